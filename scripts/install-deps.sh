@@ -1,0 +1,18 @@
+#!/usr/bin/env bash
+# Installs the Debian packages the program needs to build, run and be tested.
+# Does nothing when everything is already there.
+set -euo pipefail
+pkgs=(build-essential cmake pkg-config qt6-base-dev libqt6sql6 qt6-base-dev-tools
+      libsqlite3-dev libgl1-mesa-dev xvfb xauth fonts-liberation fonts-dejavu-core
+      poppler-utils)
+missing=()
+for p in "${pkgs[@]}"; do
+  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
+done
+if [ ${#missing[@]} -gt 0 ]; then
+  SUDO=""
+  [ "$(id -u)" -eq 0 ] || SUDO="sudo"
+  export DEBIAN_FRONTEND=noninteractive
+  $SUDO apt-get update
+  $SUDO apt-get install -y --no-install-recommends "${missing[@]}"
+fi

@@ -1,0 +1,33 @@
+#include "app/core/Ajustes.h"
+
+#include <QDir>
+#include <QSettings>
+#include <QStandardPaths>
+
+Ajustes::Ajustes(const QString &dir) : dir_(dir)
+{
+    if (dir_.isEmpty())
+        dir_ = QDir(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation))
+                   .filePath(QStringLiteral("ivacompras"));
+}
+
+QString Ajustes::Archivo(const QString &aplicacion) const
+{
+    return QDir(dir_).filePath(aplicacion + QStringLiteral(".ini"));
+}
+
+QString Ajustes::Leer(const QString &aplicacion, const QString &seccion, const QString &clave,
+                      const QString &defecto) const
+{
+    QSettings s(Archivo(aplicacion), QSettings::IniFormat);
+    return s.value(seccion + u'/' + clave, defecto).toString();
+}
+
+void Ajustes::Guardar(const QString &aplicacion, const QString &seccion, const QString &clave,
+                      const QString &valor) const
+{
+    QDir().mkpath(dir_);
+    QSettings s(Archivo(aplicacion), QSettings::IniFormat);
+    s.setValue(seccion + u'/' + clave, valor);
+    s.sync();
+}

@@ -1,0 +1,19 @@
+#include "app/Comandos.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+#include <cstdio>
+
+int main(int argc, char **argv)
+{
+    QStringList args;
+    for (int i = 1; i < argc; ++i)
+        args << QString::fromLocal8Bit(argv[i]);
+    const QString comando = args.value(0);
+    if (comando == QLatin1String("crear-bases")) {
+        QCoreApplication app(argc, argv);
+        return ComandoCrearBases(args.mid(1));
+    }
+    std::fprintf(stderr, "uso: ivacompras [--ajustes DIR] | crear-bases DIR\n");
+    return 2;
+}

@@ -1,0 +1,327 @@
+#include "data/oDB.h"
+
+#include "data/Convenciones.h"
+
+#include <QFileInfo>
+#include <sqlite3.h>
+#include <utility>
+
+namespace oDB {
+
+QString Q(const QString &valor)
+{
+    if (valor.contains(u'\''))
+        throw ErrorBD{QStringLiteral("Error de sintaxis en la cadena en la expresión de "
+                                     "consulta '%1'.")
+                          .arg(valor),
+                      -2147217900};
+    return u'\'' + valor + u'\'';
+}
+
+// ---------------------------------------------------------------------------------------
+// Recordset
+
+void Recordset::Exigir() const
+{
+    if (!abierto_)
+        throw ErrorBD{QStringLiteral("No se permite realizar la operación si el objeto "
+                                     "está cerrado."),
+                      3704};
+}
+
+bool Recordset::Eof() const
+{
+    Exigir();
+    return actual_ >= filas_.size();
+}
+
+bool Recordset::Bof() const
+{
+    Exigir();
+    return filas_.isEmpty();
+}
+
+void Recordset::MoveNext()
+{
+    Exigir();
+    if (actual_ >= filas_.size())
+        throw ErrorBD{QStringLiteral("BOF o EOF es True, o el registro actual se eliminó."),
+                      3021};
+    ++actual_;
+}
+
+void Recordset::MoveFirst()
+{
+    Exigir();
+    actual_ = 0;
+}
+
+long Recordset::RecordCount() const
+{
+    Exigir();
+    return long(filas_.size());
+}
+
+QVariant Recordset::Fields(int indice) const
+{
+    Exigir();
+    if (indice < 0 || indice >= nombres_.size())
+        throw ErrorBD{QStringLiteral("No se encontró el elemento en la colección que "
+                                     "corresponde al nombre o al ordinal pedido."),
+                      3265};
+    if (actual_ >= filas_.size())
+        throw ErrorBD{QStringLiteral("BOF o EOF es True, o el registro actual se eliminó."),
+                      3021};
+    return filas_[actual_][indice];
+}
+
+QVariant Recordset::Fields(const QString &nombre) const
+{
+    Exigir();
+    for (int i = 0; i < nombres_.size(); ++i)
+        if (nombres_[i].compare(nombre, Qt::CaseInsensitive) == 0)
+            return Fields(i);
+    return Fields(-1);
+}
+
+QString Recordset::GetString(const QString &delimCol, const QString &delimFila,
+                             const QString &nullExpr)
+{
+    Exigir();
+    QString out;
+    for (; actual_ < filas_.size(); ++actual_) {
+        const auto &fila = filas_[actual_];
+        for (int c = 0; c < fila.size(); ++c) {
+            if (c > 0)
+                out += delimCol;
+            const QVariant &v = fila[c];
+            out += v.isNull() ? nullExpr : conv::Texto(v);
+        }
+        out += delimFila;
+    }
+    return out;
+}
+
+void Recordset::Close()
+{
+    Exigir();
+    abierto_ = false;
+    nombres_.clear();
+    filas_.clear();
+    actual_ = 0;
+}
+
+// ---------------------------------------------------------------------------------------
+// Connection
+
+struct clManejo::Preparada {
+    sqlite3_stmt *st = nullptr;
+    Preparada() = default;
+    Preparada(Preparada &&o) noexcept : st(std::exchange(o.st, nullptr)) {}
+    Preparada &operator=(Preparada &&o) noexcept
+    {
+        std::swap(st, o.st);
+        return *this;
+    }
+    ~Preparada() { sqlite3_finalize(st); }
+};
+
+clManejo::clManejo() = default;
+
+clManejo::~clManejo() { Desconectar(); }
+
+void clManejo::Desconectar()
+{
+    if (db_) {
+        sqlite3_close_v2(db_);
+        db_ = nullptr;
+    }
+}
+
+QString clManejo::ArchivoDeCadena(const QString &cadena)
+{
+    const QString clave = QStringLiteral("Data Source=");
+    const qsizetype p = cadena.indexOf(clave, 0, Qt::CaseInsensitive);
+    if (p < 0)
+        return QString();
+    QString resto = cadena.mid(p + clave.size());
+    const qsizetype fin = resto.indexOf(u';');
+    if (fin >= 0)
+        resto = resto.left(fin);
+    return resto.trimmed();
+}
+
+sqlite3 *clManejo::Abrir(const QString &archivo, bool crear)
+{
+    sqlite3 *db = nullptr;
+    const int flags = SQLITE_OPEN_READWRITE | (crear ? SQLITE_OPEN_CREATE : 0);
+    const int rc = sqlite3_open_v2(archivo.toUtf8().constData(), &db, flags, nullptr);
+    if (rc != SQLITE_OK) {
+        const QString msg = db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString();
+        sqlite3_close_v2(db);
+        throw ErrorBD{QStringLiteral("No se puede abrir la base de datos '%1': %2")
+                          .arg(archivo, msg),
+                      -2147467259};
+    }
+    sqlite3_extended_result_codes(db, 1);
+    // Every action commits at once and survives a power cut; a second program on the same
+    // file waits for its turn instead of failing.
+    sqlite3_busy_timeout(db, 10000);
+    sqlite3_exec(db, "PRAGMA synchronous=FULL", nullptr, nullptr, nullptr);
+    sqlite3_exec(db, "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr);
+    RegistrarFunciones(db);
+    return db;
+}
+
+bool clManejo::Conectar()
+{
+    Desconectar();
+    archivo_ = ArchivoDeCadena(cadena_);
+    if (archivo_.isEmpty() || !QFileInfo(archivo_).isFile())
+        throw ErrorBD{QStringLiteral("No se encuentra el archivo de base de datos '%1'.")
+                          .arg(archivo_),
+                      -2147467259};
+    db_ = Abrir(archivo_, false);
+    return true;
+}
+
+namespace {
+
+// The old engine's functions right() and left() share their names with join keywords of
+// SQLite; outside quoted texts a call to them is renamed to the registered ivc_right and
+// ivc_left, so statements run as they are written.
+QString AdaptarDialecto(const QString &sql)
+{
+    QString out;
+    out.reserve(sql.size() + 16);
+    bool comillas = false;
+    for (qsizetype i = 0; i < sql.size(); ++i) {
+        const QChar c = sql[i];
+        if (c == u'\'') {
+            comillas = !comillas;
+            out += c;
+            continue;
+        }
+        if (!comillas && (c == u'r' || c == u'R' || c == u'l' || c == u'L') &&
+            (i == 0 || !(sql[i - 1].isLetterOrNumber() || sql[i - 1] == u'_'))) {
+            for (const QLatin1String nombre : {QLatin1String("right"), QLatin1String("left")}) {
+                if (sql.mid(i, nombre.size()).compare(nombre, Qt::CaseInsensitive) != 0)
+                    continue;
+                qsizetype j = i + nombre.size();
+                while (j < sql.size() && sql[j].isSpace())
+                    ++j;
+                if (j < sql.size() && sql[j] == u'(') {
+                    out += QStringLiteral("ivc_");
+                    break;
+                }
+            }
+        }
+        out += c;
+    }
+    return out;
+}
+
+} // namespace
+
+clManejo::Preparada clManejo::Preparar()
+{
+    ultimoError_.clear();
+    if (!db_)
+        throw ErrorBD{QStringLiteral("La conexión no está abierta."), 3709};
+    Preparada p;
+    const QByteArray texto = AdaptarDialecto(sql_).toUtf8();
+    const char *cola = nullptr;
+    if (sqlite3_prepare_v2(db_, texto.constData(), int(texto.size()), &p.st, &cola) !=
+        SQLITE_OK) {
+        ultimoError_ = QString::fromUtf8(sqlite3_errmsg(db_));
+        throw ErrorBD{ultimoError_, -2147217900};
+    }
+    // One statement per call: anything but blanks and a closing ";" after it is refused.
+    for (const char *c = cola; c && *c; ++c) {
+        if (*c != ' ' && *c != '\t' && *c != '\r' && *c != '\n' && *c != ';') {
+            ultimoError_ = QStringLiteral("Se encontraron caracteres después del final de "
+                                          "la instrucción SQL.");
+            throw ErrorBD{ultimoError_, -2147217900};
+        }
+    }
+    if (!p.st) {
+        ultimoError_ = QStringLiteral("La instrucción SQL está vacía.");
+        throw ErrorBD{ultimoError_, -2147217900};
+    }
+    return p;
+}
+
+namespace {
+
+QVariant LeerColumna(sqlite3_stmt *st, int c)
+{
+    switch (sqlite3_column_type(st, c)) {
+    case SQLITE_NULL:
+        return QVariant();
+    case SQLITE_INTEGER:
+        return QVariant(qlonglong(sqlite3_column_int64(st, c)));
+    case SQLITE_FLOAT:
+        return QVariant(sqlite3_column_double(st, c));
+    default:
+        break;
+    }
+    const QString texto = QString::fromUtf8(
+        reinterpret_cast<const char *>(sqlite3_column_text(st, c)), sqlite3_column_bytes(st, c));
+    const char *tipo = sqlite3_column_decltype(st, c);
+    if (tipo && qstricmp(tipo, "DATE") == 0) {
+        const QDate d = QDate::fromString(texto, Qt::ISODate);
+        if (d.isValid())
+            return QVariant(d);
+    }
+    return QVariant(texto);
+}
+
+} // namespace
+
+bool clManejo::CrearRs(Recordset &rs)
+{
+    rs = Recordset();
+    Preparada p;
+    try {
+        p = Preparar();
+    } catch (const ErrorBD &) {
+        return false;
+    }
+    const int columnas = sqlite3_column_count(p.st);
+    QStringList nombres;
+    for (int c = 0; c < columnas; ++c)
+        nombres << QString::fromUtf8(sqlite3_column_name(p.st, c));
+    QVector<QVector<QVariant>> filas;
+    int rc;
+    while ((rc = sqlite3_step(p.st)) == SQLITE_ROW) {
+        QVector<QVariant> fila;
+        fila.reserve(columnas);
+        for (int c = 0; c < columnas; ++c)
+            fila.append(LeerColumna(p.st, c));
+        filas.append(std::move(fila));
+    }
+    if (rc != SQLITE_DONE) {
+        ultimoError_ = QString::fromUtf8(sqlite3_errmsg(db_));
+        return false;
+    }
+    rs.abierto_ = true;
+    rs.nombres_ = nombres;
+    rs.filas_ = std::move(filas);
+    rs.actual_ = 0;
+    return !rs.filas_.isEmpty();
+}
+
+long clManejo::Ejecutar()
+{
+    Preparada p = Preparar();
+    int rc;
+    while ((rc = sqlite3_step(p.st)) == SQLITE_ROW) {
+    }
+    if (rc != SQLITE_DONE) {
+        ultimoError_ = QString::fromUtf8(sqlite3_errmsg(db_));
+        throw ErrorBD{ultimoError_, -2147217900};
+    }
+    return sqlite3_changes(db_);
+}
+
+} // namespace oDB
