@@ -1,7 +1,23 @@
 #pragma once
 // The program's command line: each command runs the same code as the windows.
 
+#include <QString>
 #include <QStringList>
+
+struct Sesion;
+
+// The value that follows "--name" in args; empty when absent.
+QString Opcion(const QStringList &args, const QString &nombre);
+bool TieneOpcion(const QStringList &args, const QString &nombre);
+
+// Prepares a session for a command that works on one company and period, as the company and
+// period window would: --datos DIR (folder of personal.mdb and kestrel.mdb, also of
+// proveedores.mdb), --cuit CUIT (a company of USR), --periodo MM/AAAA. Connects both books,
+// fills the company fields from USR and the period bounds. On failure writes the reason to
+// standard error and returns false.
+bool PrepararSesion(Sesion &s, const QStringList &args);
 
 // ivacompras crear-bases DIR
 int ComandoCrearBases(const QStringList &args);
+// ivacompras cuenta --datos DIR --cuit CUIT [--proveedor CUIT]
+int ComandoCuenta(const QStringList &args);

@@ -14,6 +14,10 @@ int main(int argc, char **argv)
         QCoreApplication app(argc, argv);
         return ComandoCrearBases(args.mid(1));
     }
+    if (comando == QLatin1String("cuenta")) {
+        QCoreApplication app(argc, argv);
+        return ComandoCuenta(args.mid(1));
+    }
     std::fprintf(stderr, "uso: ivacompras [--ajustes DIR] | crear-bases DIR\n");
     return 2;
 }
