@@ -1,5 +1,6 @@
 #include "app/Comandos.h"
 
+#include "app/core/Demo.h"
 #include "app/core/Sesion.h"
 #include "data/Convenciones.h"
 #include "data/Esquema.h"
@@ -113,6 +114,22 @@ int ComandoCuenta(const QStringList &args)
         }
         std::printf("%d imputaciones, total %s\n", int(imputaciones.size()),
                     conv::Format(total, QStringLiteral("0.00")).toLocal8Bit().constData());
+    } catch (const oDB::ErrorBD &e) {
+        Error(e.descripcion);
+        return 1;
+    }
+    return 0;
+}
+
+int ComandoDemo(const QStringList &args)
+{
+    if (args.size() != 1) {
+        Error(QStringLiteral("uso: ivacompras demo DIR"));
+        return 2;
+    }
+    try {
+        const demo::ResumenDemo r = demo::CrearDemo(args[0]);
+        std::fputs(r.Texto().toLocal8Bit().constData(), stdout);
     } catch (const oDB::ErrorBD &e) {
         Error(e.descripcion);
         return 1;

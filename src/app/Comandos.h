@@ -19,5 +19,7 @@ bool PrepararSesion(Sesion &s, const QStringList &args);
 
 // ivacompras crear-bases DIR
 int ComandoCrearBases(const QStringList &args);
+// ivacompras demo DIR: a demo book and its settings in DIR
+int ComandoDemo(const QStringList &args);
 // ivacompras cuenta --datos DIR --cuit CUIT [--proveedor CUIT]
 int ComandoCuenta(const QStringList &args);

@@ -10,6 +10,10 @@ int main(int argc, char **argv)
     for (int i = 1; i < argc; ++i)
         args << QString::fromLocal8Bit(argv[i]);
     const QString comando = args.value(0);
+    if (comando == QLatin1String("demo")) {
+        QCoreApplication app(argc, argv);
+        return ComandoDemo(args.mid(1));
+    }
     if (comando == QLatin1String("crear-bases")) {
         QCoreApplication app(argc, argv);
         return ComandoCrearBases(args.mid(1));
