@@ -1,0 +1,350 @@
+#include "reports/LibroImpreso.h"
+
+#include "app/core/Impresora.h"
+#include "app/core/Sesion.h"
+#include "data/Convenciones.h"
+#include "reports/Impresoras.h"
+
+#include <QDir>
+#include <QPrinterInfo>
+#include <QRegularExpression>
+#include <QStandardPaths>
+#include <cmath>
+
+QString align(QString &texto, const QString &modo, qint16 ancho)
+{
+    if (texto.size() > ancho)
+        texto = texto.left(qMax<qint16>(ancho, 0));
+    const QString blancos(qMax<qsizetype>(ancho - texto.size(), 0), u' ');
+    if (modo == QLatin1String("I"))
+        return texto + blancos;
+    if (modo == QLatin1String("D"))
+        return blancos + texto;
+    return QStringLiteral("Error en align");
+}
+
+namespace libro {
+
+namespace {
+
+const QString kCRLF = QStringLiteral("\r\n");
+const QString kSeccion = QStringLiteral(" - Seccion [MORLAxDLL.modGBPROC.ImprimirLibro]");
+
+QString Blancos(int n) { return QString(n, u' '); }
+QString Guiones(int n) { return QString(n, u'-'); }
+
+// align on a value that nobody needs cut afterwards.
+QString A(QString texto, const char *modo, qint16 ancho)
+{
+    return align(texto, QLatin1String(modo), ancho);
+}
+
+QString F(const QVariant &v) { return conv::Format(v, QStringLiteral("00.00")); }
+
+// An amount as the ledger keeps it: formatted with "00.00" and read back, so that it carries
+// two decimals.
+double Normalizar(double n)
+{
+    return conv::ANumero(conv::Format(n, QStringLiteral("00.00"))).value_or(0);
+}
+
+struct Columna {
+    const char *titulo;
+    qint16 ancho;
+    const char *modo;
+};
+
+const Columna kColumnas[] = {
+    {"FECHA", 10, "D"},      {"TIPO", 4, "D"},     {"FAC NRO", 18, "D"},
+    {"CUIT", 11, "D"},       {"PROVEEDOR", 50, "I"}, {"NO GRAVADO", 10, "D"},
+    {"GRAVADO", 10, "D"},    {"ING BRU", 10, "D"}, {"IVA", 10, "D"},
+    {"TOTAL", 10, "D"},
+};
+
+// The ten columns of a main line, separated by one blank.
+QString LineaPrincipal(const QStringList &valores)
+{
+    QString linea;
+    for (int i = 0; i < 10; ++i) {
+        if (i > 0)
+            linea += u' ';
+        linea += A(valores.value(i), kColumnas[i].modo, kColumnas[i].ancho);
+    }
+    return linea + kCRLF;
+}
+
+// Runs a query on the ledger book. A statement that fails leaves the recordset closed, and
+// reading it then raises the engine's error, which ends the report.
+void Consultar(Sesion &s, oDB::Recordset &rs, const QString &sql)
+{
+    if (!s.dbLibro->CrearRs(rs, sql) && !rs.Abierto())
+        throw oDB::ErrorBD{s.dbLibro->UltimoError()};
+}
+
+QString Periodo(const Sesion &s)
+{
+    return QStringLiteral("IVCFPERIOD = datevalue(") + oDB::Q(s.PeriodoDesde) + QStringLiteral(")");
+}
+
+// The sub-query that limits the VAT lines to the invoices of the company and period.
+QString ExisteFactura(const Sesion &s)
+{
+    return QStringLiteral(" and exists(") + QStringLiteral(" select PRVSNRCUIT from IVC") +
+           QStringLiteral(" where IVC_DetIVA.IVCSNROFAC = IVC.IVCSNROFAC and") +
+           QStringLiteral(" IVC_DetIVA.PRVSNRCUIT = IVC.PRVSNRCUIT and") +
+           QStringLiteral(" USRSNRCUIT = ") + oDB::Q(s.CuitUsuario) + QStringLiteral(" and") +
+           QStringLiteral(" IVCFPERIOD = datevalue(") + oDB::Q(s.PeriodoDesde) + QStringLiteral(")") +
+           QStringLiteral(" )");
+}
+
+} // namespace
+
+QString ComponerLibro(Sesion &s)
+{
+    cFORMAT::MAIN &fmt = *s.oFormato;
+    QString texto;
+
+    oDB::Recordset rs;
+    Consultar(s, rs,
+              QStringLiteral("select * from IVC where USRSNRCUIT = ") + oDB::Q(s.CuitUsuario) +
+                  QStringLiteral(" and ") + Periodo(s) +
+                  QStringLiteral(" order by IVCFCOMPRO, val(right(IVCSNROFAC,8))"));
+
+    // Headings and their rule.
+    QString titulos, regla;
+    for (int i = 0; i < 10; ++i) {
+        if (i > 0) {
+            titulos += u' ';
+            regla += u' ';
+        }
+        titulos += A(QString::fromLatin1(kColumnas[i].titulo), kColumnas[i].modo, kColumnas[i].ancho);
+        regla += Guiones(kColumnas[i].ancho);
+    }
+    texto += titulos + kCRLF + regla + kCRLF;
+
+    // Sub-heading of the detail lines and its rule.
+    texto += Blancos(94) + A(QStringLiteral("IVA"), "D", 5) + u' ' +
+             A(QStringLiteral("Descripción"), "I", 30) + u' ' + A(QStringLiteral("Valor"), "D", 10) + kCRLF;
+    texto += Blancos(91) + Guiones(5) + u' ' + Guiones(30) + u' ' + Guiones(10) + kCRLF;
+
+    double sumNoGravado = 0, sumGravado = 0, sumIngBrutos = 0, sumIva = 0, sumTotal = 0;
+    while (!rs.Eof()) {
+        const QString fecha = fmt.EsNull(rs(QStringLiteral("IVCFCOMPRO")));
+        const QString tipo = fmt.EsNull(rs(QStringLiteral("IVCSTIPFAC")));
+        const QString numero = fmt.EsNull(rs(QStringLiteral("IVCSNROFAC")));
+        const QString proveedor = fmt.EsNull(rs(QStringLiteral("PRVSNRCUIT")));
+
+        oDB::Recordset rsPrv;
+        Consultar(s, rsPrv, QStringLiteral("select PRVSNOMBRE from PRV where  PRVSNRCUIT = ") +
+                                oDB::Q(proveedor));
+        const QString nombre = rsPrv.Eof() ? QStringLiteral("desconocido!")
+                                           : fmt.EsNull(rsPrv(QStringLiteral("PRVSNOMBRE")));
+        rsPrv.Close();
+
+        const double noGravado = Normalizar(fmt.EsNumero(rs(QStringLiteral("IVCDNOGRAV"))));
+        const double gravado = Normalizar(fmt.EsNumero(rs(QStringLiteral("IVCDGRAVAD"))));
+        const double ingBrutos = Normalizar(fmt.EsNumero(rs(QStringLiteral("IVCINGBRU"))));
+        const double iva = Normalizar(fmt.EsNumero(rs(QStringLiteral("IVARIN"))));
+        const double total = Normalizar(noGravado + gravado + iva + ingBrutos);
+
+        texto += LineaPrincipal({fecha, tipo, numero, proveedor, nombre, F(noGravado), F(gravado),
+                                 F(ingBrutos), F(iva), F(total)});
+        sumNoGravado += noGravado;
+        sumGravado += gravado;
+        sumIngBrutos += ingBrutos;
+        sumIva += iva;
+        sumTotal += total;
+
+        const QString deLaFactura = QStringLiteral(" where USRSNRCUIT = ") + oDB::Q(s.CuitUsuario) +
+                                    QStringLiteral(" and PRVSNRCUIT = ") + oDB::Q(proveedor) +
+                                    QStringLiteral(" and  IVCSNROFAC = ") + oDB::Q(numero);
+
+        oDB::Recordset rsIB;
+        Consultar(s, rsIB, QStringLiteral("select IVCDETIB, IVCDETIBDSC, IVCDETIBVLR from IVC_DetIngBrutos") +
+                               deLaFactura);
+        for (bool primera = true; !rsIB.Eof(); rsIB.MoveNext(), primera = false) {
+            texto += (primera ? Blancos(72) + QStringLiteral("detalle Ing Brutos -->")
+                              : Blancos(91) + QStringLiteral("-->")) +
+                     A(fmt.EsNull(rsIB(QStringLiteral("IVCDETIB"))), "D", 5) + u'%' + u' ' +
+                     A(fmt.EsNull(rsIB(QStringLiteral("IVCDETIBDSC"))), "I", 19) + u' ' +
+                     A(F(rsIB(QStringLiteral("IVCDETIBVLR"))), "D", 10) + kCRLF;
+        }
+        rsIB.Close();
+
+        oDB::Recordset rsIva;
+        Consultar(s, rsIva, QStringLiteral("select IVCDETIVA, IVCDETDSC, IVCDETVLR from IVC_DetIVA") +
+                                deLaFactura);
+        for (bool primera = true; !rsIva.Eof(); rsIva.MoveNext(), primera = false) {
+            texto += (primera ? Blancos(79) + QStringLiteral("detalle IVA -->")
+                              : Blancos(91) + QStringLiteral("-->")) +
+                     A(fmt.EsNull(rsIva(QStringLiteral("IVCDETIVA"))), "D", 5) + u'%' + u' ' +
+                     A(fmt.EsNull(rsIva(QStringLiteral("IVCDETDSC"))), "I", 30) + u' ' +
+                     A(F(rsIva(QStringLiteral("IVCDETVLR"))), "D", 10) + kCRLF;
+        }
+        rsIva.Close();
+
+        rs.MoveNext();
+    }
+    rs.Close();
+
+    // Totals under the amount columns.
+    texto += Blancos(10) + u' ' + Blancos(4) + u' ' + Blancos(18) + u' ' + Blancos(11) + u' ' +
+             A(QStringLiteral("Totales:"), "D", 50);
+    for (double suma : {sumNoGravado, sumGravado, sumIngBrutos, sumIva, sumTotal})
+        texto += u' ' + A(F(suma), "D", 10);
+    texto += kCRLF;
+
+    // Summary by rate. The blank after "=" only for 21 and 27, as the statements were written.
+    const struct {
+        double tasa;
+        const char *condicion;
+    } tasas[] = {{10.5, "IVCDETIVA =10.5 and"}, {21, "IVCDETIVA = 21 and"}, {27, "IVCDETIVA = 27 and"}};
+    for (const auto &t : tasas) {
+        oDB::Recordset r;
+        Consultar(s, r, QStringLiteral("select IVCDETIVA, sum(IVCDETVLR) as iva,sum((100 * IVCDETVLR)/IVCDETIVA) as grav  from IVC_DetIVA where ") +
+                            QLatin1String(t.condicion) + QStringLiteral(" USRSNRCUIT = ") +
+                            oDB::Q(s.CuitUsuario) + QStringLiteral(" ") + ExisteFactura(s) +
+                            QStringLiteral(" group by IVCDETIVA"));
+        if (!r.Eof()) {
+            const QString tasa = conv::NumeroATexto(t.tasa);
+            texto += QStringLiteral("NETO GRAVADO ") + tasa + QStringLiteral("% ") + F(r(QStringLiteral("grav"))) + kCRLF;
+            texto += QStringLiteral("IVA ") + tasa + QStringLiteral("% ") + F(r(QStringLiteral("iva"))) + kCRLF;
+        }
+        r.Close();
+    }
+
+    // Other rates (zero excluded in the list itself).
+    oDB::Recordset rOtras;
+    Consultar(s, rOtras, QStringLiteral("select sum(IVCDETVLR) as iva,sum((100 * IVCDETVLR)/IVCDETIVA) as grav  from IVC_DetIVA where IVCDETIVA not in (0,10.5,21,27) and USRSNRCUIT = ") +
+                             oDB::Q(s.CuitUsuario) + QStringLiteral(" ") + ExisteFactura(s));
+    if (!rOtras.Eof()) {
+        texto += QStringLiteral("NETO GRAVADO OTROS ") + F(rOtras(QStringLiteral("grav"))) + kCRLF;
+        texto += QStringLiteral("IVA OTROS ") + F(rOtras(QStringLiteral("iva"))) + kCRLF;
+    }
+    rOtras.Close();
+
+    // Untaxed amounts and gross-income tax of the period.
+    oDB::Recordset rNoGrav;
+    Consultar(s, rNoGrav, QStringLiteral(" select sum(IVCDNOGRAV) as nograv, sum(IVCINGBRU) as ingb from IVC") +
+                              QStringLiteral(" where ") + QStringLiteral(" USRSNRCUIT = ") +
+                              oDB::Q(s.CuitUsuario) + QStringLiteral(" and") + QStringLiteral(" ") + Periodo(s));
+    if (!rNoGrav.Eof()) {
+        texto += QStringLiteral("INGRESOS BRUTOS ") + F(rNoGrav(QStringLiteral("ingb"))) + kCRLF;
+        texto += QStringLiteral("NO GRAVADOS/EXENTOS ") + F(rNoGrav(QStringLiteral("nograv"))) + kCRLF;
+    }
+    rNoGrav.Close();
+
+    texto += QStringLiteral("TOTAL ") + F(sumTotal) + kCRLF;
+    return texto;
+}
+
+QStringList CortarLineas(const QString &texto) { return texto.split(kCRLF); }
+
+int TotalPaginas(qsizetype n, qint16 lineas)
+{
+    if (lineas == 0)
+        throw oDB::ErrorBD{QStringLiteral("División por cero"), 11};
+    const double p = std::ceil(double(n) / lineas);
+    return int(std::ceil((p * 4 + double(n)) / lineas));
+}
+
+QString Encabezado(const Sesion &s)
+{
+    return s.NombreUsuario.toUpper() + QStringLiteral(" - CUIT: ") + s.CuitUsuario + Blancos(56) +
+           QStringLiteral(" Desde: ") + s.PeriodoDesde + QStringLiteral(" hasta ") + s.PeriodoHasta;
+}
+
+QString PiePagina(int pagina, int total)
+{
+    return A(QStringLiteral("Pagina %1 de %2").arg(pagina).arg(total), "D", kAnchoPie);
+}
+
+void ImprimirPaginas(Impresora &imp, const QString &texto, const QString &encabezado,
+                     double fuente, qint16 lineas)
+{
+    const QStringList cuerpo = CortarLineas(texto);
+    const qsizetype n = cuerpo.size();
+    const int total = TotalPaginas(n, lineas);
+
+    imp.setFontName(QStringLiteral("Courier New"));
+    imp.setFontSize(fuente);
+    qsizetype siguiente = 0;
+    for (int pagina = 1; pagina <= total; ++pagina) {
+        imp.setFontSize(fuente + 1);
+        imp.Print(QString());
+        imp.Print(encabezado);
+        imp.setFontSize(fuente);
+        imp.Print(QString());
+
+        if (siguiente < n) {
+            for (int contador = 5;; ++contador) {
+                imp.Print(cuerpo[siguiente++]);
+                if (contador > lineas || siguiente >= n)
+                    break;
+            }
+        }
+
+        imp.Print(PiePagina(pagina, total));
+        if (siguiente < n)
+            imp.NewPage();
+    }
+    imp.EndDoc();
+}
+
+} // namespace libro
+
+bool ImprimirLibro(Sesion &s, Impresora &imp, double fuente, qint16 lineas)
+{
+    try {
+        const QString texto = libro::ComponerLibro(s);
+        try {
+            libro::ImprimirPaginas(imp, texto, libro::Encabezado(s), fuente, lineas);
+        } catch (...) {
+            // What already went to the printer stays there.
+            try {
+                imp.EndDoc();
+            } catch (...) {
+            }
+            throw;
+        }
+        return true;
+    } catch (const oDB::ErrorBD &e) {
+        if (s.mensajes)
+            MostrarError(*s.mensajes, e.descripcion, e.numero, libro::kSeccion);
+    } catch (const conv::ErrorConversion &e) {
+        if (s.mensajes)
+            MostrarError(*s.mensajes, e.descripcion, 13, libro::kSeccion);
+    }
+    return false;
+}
+
+QString RutaLibroPdf(const Sesion &s)
+{
+    QString carpeta = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    if (carpeta.isEmpty())
+        carpeta = QDir::homePath();
+    QDir().mkpath(carpeta);
+    QString cuit = s.CuitUsuario;
+    cuit.replace(QRegularExpression(QStringLiteral("[^A-Za-z0-9_-]")), QStringLiteral("_"));
+    const auto desde = conv::TextoAFecha(s.PeriodoDesde);
+    const QString periodo = desde ? desde->toString(QStringLiteral("yyyy-MM")) : QStringLiteral("periodo");
+    return QDir(carpeta).filePath(QStringLiteral("Libro IVA Compras %1 %2.pdf").arg(cuit, periodo));
+}
+
+bool ImprimirLibro(Sesion &s, double fuente, qint16 lineas)
+{
+    if (s.impresora)
+        return ImprimirLibro(s, *s.impresora, fuente, lineas);
+    if (!QPrinterInfo::availablePrinters().isEmpty()) {
+        auto imp = ImpresoraQt::Predeterminada();
+        return ImprimirLibro(s, *imp, fuente, lineas);
+    }
+    const QString ruta = RutaLibroPdf(s);
+    auto imp = ImpresoraQt::Pdf(ruta);
+    const bool ok = ImprimirLibro(s, *imp, fuente, lineas);
+    if (ok && s.mensajes)
+        s.mensajes->MsgBox(QStringLiteral("No hay ninguna impresora instalada. El libro se guardó en:\r\n") +
+                               QDir::toNativeSeparators(ruta),
+                           vb::vbInformation);
+    return ok;
+}

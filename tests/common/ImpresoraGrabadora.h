@@ -1,0 +1,60 @@
+#pragma once
+// Recording printer: keeps every line printed, with the font size it was printed at, sheet by
+// sheet (a sheet ends at NewPage), and counts the documents ended.
+
+#include "app/core/Impresora.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+class ImpresoraGrabadora : public Impresora
+{
+public:
+    struct Linea {
+        QString texto;
+        double puntos;
+    };
+
+    void setFontName(const QString &nombre) override { nombre_ = nombre; }
+    QString FontName() const override { return nombre_; }
+    void setFontSize(double puntos) override { puntos_ = puntos; }
+    double FontSize() const override { return puntos_; }
+    void Print(const QString &linea) override
+    {
+        if (hojas.isEmpty())
+            hojas.append(QList<Linea>());
+        hojas.last().append(Linea{linea, puntos_});
+    }
+    void NewPage() override
+    {
+        if (hojas.isEmpty())
+            hojas.append(QList<Linea>());
+        hojas.append(QList<Linea>());
+    }
+    void EndDoc() override { ++documentos; }
+
+    // The texts of one sheet, in order.
+    QStringList Textos(int hoja) const
+    {
+        QStringList out;
+        for (const Linea &l : hojas.value(hoja))
+            out << l.texto;
+        return out;
+    }
+    // Every line printed, all sheets together.
+    QStringList Todo() const
+    {
+        QStringList out;
+        for (int i = 0; i < hojas.size(); ++i)
+            out << Textos(i);
+        return out;
+    }
+
+    QList<QList<Linea>> hojas;
+    int documentos = 0;
+
+private:
+    QString nombre_;
+    double puntos_ = 0;
+};
