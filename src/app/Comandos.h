@@ -23,3 +23,5 @@ int ComandoCrearBases(const QStringList &args);
 int ComandoDemo(const QStringList &args);
 // ivacompras cuenta --datos DIR --cuit CUIT [--proveedor CUIT]
 int ComandoCuenta(const QStringList &args);
+// ivacompras exportar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo RUTA.xls [--ajustes DIR]
+int ComandoExportar(const QStringList &args);

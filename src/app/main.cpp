@@ -22,6 +22,10 @@ int main(int argc, char **argv)
         QCoreApplication app(argc, argv);
         return ComandoCuenta(args.mid(1));
     }
+    if (comando == QLatin1String("exportar")) {
+        QCoreApplication app(argc, argv);
+        return ComandoExportar(args.mid(1));
+    }
     std::fprintf(stderr, "uso: ivacompras [--ajustes DIR] | crear-bases DIR\n");
     return 2;
 }

@@ -1,0 +1,65 @@
+#include "ui/common/DialogoGuardarQt.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QTimer>
+
+namespace {
+
+class Dialogo : public QFileDialog
+{
+public:
+    using QFileDialog::QFileDialog;
+
+    QLineEdit *CajaNombre() const { return findChild<QLineEdit *>(QStringLiteral("fileNameEdit")); }
+
+    void accept() override
+    {
+        // A name of blanks only is no name: the dialog stays open.
+        if (QLineEdit *caja = CajaNombre(); caja && caja->text().trimmed().isEmpty())
+            return;
+        QFileDialog::accept();
+    }
+};
+
+// "Description (*.ext)" as the dialog lists it; the pattern is added when the description
+// does not already show it.
+QString Filtro(const FiltroArchivo &f)
+{
+    if (f.descripcion.contains(u'(' + f.patron + u')'))
+        return f.descripcion;
+    return f.descripcion + QStringLiteral(" (") + f.patron + u')';
+}
+
+} // namespace
+
+QString DialogoGuardarQt::GuardarComo(const QString &titulo, const QList<FiltroArchivo> &filtros,
+                                      const QString &carpetaInicial, const QString &nombreInicial,
+                                      QWidget *propietario)
+{
+    QString carpeta = QDir::fromNativeSeparators(carpetaInicial);
+    if (carpetaInicial.isEmpty() || !QDir(carpeta).exists())
+        carpeta = alternativa_.isEmpty() ? QDir::homePath() : alternativa_;
+
+    Dialogo d(propietario, titulo, carpeta);
+    d.setOption(QFileDialog::DontUseNativeDialog);
+    d.setOption(QFileDialog::DontConfirmOverwrite);
+    d.setAcceptMode(QFileDialog::AcceptSave);
+    d.setFileMode(QFileDialog::AnyFile);
+    QStringList nombres;
+    for (const FiltroArchivo &f : filtros)
+        nombres << Filtro(f);
+    d.setNameFilters(nombres);
+    if (QLineEdit *caja = d.CajaNombre()) {
+        caja->setText(nombreInicial);
+        // Selected once the dialog shows, so typing replaces the initial text.
+        QTimer::singleShot(0, caja, [caja] {
+            caja->setFocus();
+            caja->selectAll();
+        });
+    }
+    if (d.exec() != QDialog::Accepted)
+        return QString();
+    return QDir::toNativeSeparators(d.selectedFiles().value(0));
+}

@@ -1,0 +1,320 @@
+#include "common/DialogoGuion.h"
+#include "common/Libro.h"
+#include "common/MensajesGuion.h"
+#include "reports/Exportar.h"
+
+#include <QDir>
+#include <QFile>
+#include <QWidget>
+#include <QtTest>
+
+// The F10 export run over a real book: the spreadsheet and the two tax-authority files written
+// byte for byte, the path rules, the messages and the error trap.
+namespace {
+
+const QString EMPRESA = QStringLiteral("20123456789");
+const QString P1 = QStringLiteral("30111111118");
+const QString P2 = QStringLiteral("30222222229");
+const QString DESCONOCIDO = QStringLiteral("30999999990");
+const QString MARZO = QStringLiteral("01/03/2005");
+
+QString Z(int n) { return QString(n, u'0'); }
+QString B(int n) { return QString(n, u' '); }
+
+QByteArray Leer(const QString &ruta)
+{
+    QFile f(ruta);
+    if (!f.open(QIODevice::ReadOnly))
+        return QByteArray("<no file>");
+    return f.readAll();
+}
+
+// The records as the layout lists their fields (see the voucher and rate tables).
+QString Comprobante(const QString &fecha8, const QString &tipo3, const QString &pv5,
+                    const QString &nro20, const QString &cuit20, const QString &nombre30,
+                    const QString &total15, const QString &noGrav15, const QString &ib15,
+                    const QString &campo15)
+{
+    return fecha8 + tipo3 + pv5 + nro20 + B(16) + QStringLiteral("80") + cuit20 + nombre30 +
+           total15 + noGrav15 + Z(45) + ib15 + Z(30) + QStringLiteral("PES0001000000") + campo15 +
+           Z(15) + Z(26) + B(30) + Z(15) + QStringLiteral("\r\n");
+}
+
+QString Alicuota(const QString &tipo3, const QString &pv5, const QString &nro20,
+                 const QString &cuit20, const QString &grav15, const QString &codigo4,
+                 const QString &iva15)
+{
+    return tipo3 + pv5 + nro20 + QStringLiteral("80") + cuit20 + grav15 + codigo4 + iva15 +
+           QStringLiteral("\r\n");
+}
+
+} // namespace
+
+class TstExportar : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init();
+    void cleanup();
+    void periodoCompleto();
+    void periodoVacio();
+    void rutaElegida_data();
+    void rutaElegida();
+    void cancelado();
+    void avisosNoNumericos();
+    void errores_data();
+    void errores();
+
+private:
+    bool Exportar(const QString &ruta);
+    QString Dir() const { return libro->Carpeta() + QStringLiteral("salida/"); }
+    std::unique_ptr<LibroDePrueba> libro;
+    std::unique_ptr<DialogoGuion> dialogo;
+};
+
+void TstExportar::init()
+{
+    libro = std::make_unique<LibroDePrueba>();
+    dialogo = std::make_unique<DialogoGuion>();
+    libro->S().dialogo = dialogo.get();
+    libro->Empresa(EMPRESA, QStringLiteral("Comercio Sur SRL"));
+    libro->Proveedor(P1, QStringLiteral("PEÑA Y CIA S.A."));
+    libro->Proveedor(P2, QStringLiteral("Distribuidora Norte"));
+    libro->Periodo(EMPRESA, MARZO);
+    QDir().mkpath(Dir());
+}
+
+void TstExportar::cleanup()
+{
+    dialogo.reset();
+    libro.reset();
+}
+
+bool TstExportar::Exportar(const QString &ruta)
+{
+    dialogo->respuesta = ruta;
+    QString tab = QStringLiteral("\t");
+    return GenerarReporte(libro->S(), tab, nullptr);
+}
+
+void TstExportar::periodoCompleto()
+{
+    LibroDePrueba &l = *libro;
+    // Same date: ordered by the number's leading digits (2 before 5).
+    l.Factura(EMPRESA, P2, MARZO, "02/03/2005", "A", "0005-00000045", 0, 100, 0, 0);
+    l.Factura(EMPRESA, P1, MARZO, "02/03/2005", "A", "0002-00012345", 1100, 0, 237, 0);
+    l.LineaIVA(EMPRESA, P1, "0002-00012345", 1, 21, "Iva 21", 210);
+    l.LineaIVA(EMPRESA, P1, "0002-00012345", 2, 27, "Iva 27", 27);
+    l.Ejecutar("update IVC set DESCRIPCION = '1,5 kg', DESCRIPCIONEXTRA = 'Flete' where IVCSNROFAC = '0002-00012345'");
+    // Gross income only: GravadoCero left by the exempt type A before it.
+    l.Factura(EMPRESA, P2, MARZO, "05/03/2005", "C", "0003-00000077", 0, 0, 0, 12);
+    l.Factura(EMPRESA, DESCONOCIDO, MARZO, "10/03/2005", "B", "12345", 500, 0, 105, 0);
+    l.LineaIVA(EMPRESA, DESCONOCIDO, "12345", 1, 21, "Iva 21", 105);
+    l.Factura(EMPRESA, P1, MARZO, "15/03/2005", "99", "678", 200, 0, 21, 0);
+    l.LineaIVA(EMPRESA, P1, "678", 1, 10.5, "Iva 10,5", 21);
+    l.Factura(EMPRESA, P1, MARZO, "20/03/2005", "X", "0004-00000001", 100, 10, 5, 0);
+    l.LineaIVA(EMPRESA, P1, "0004-00000001", 1, 5, "Iva 5", 5);
+    l.LineaIVA(EMPRESA, P1, "0004-00000001", 2, 0, "Iva 0", 0);
+    // Outside the run: another period, another company. The line of another period still
+    // answers the rate query of a number ending in the same digits ("%45").
+    l.Factura(EMPRESA, P1, "01/04/2005", "01/04/2005", "A", "0009-00000009", 999, 0, 0, 0);
+    l.Factura(EMPRESA, P2, "01/02/2005", "01/02/2005", "A", "0001-00000345", 100, 0, 27, 0);
+    l.LineaIVA(EMPRESA, P2, "0001-00000345", 1, 27, "Iva 27", 27);
+    l.Factura("27000000006", P1, MARZO, "03/03/2005", "A", "0001-00000001", 1000, 0, 210, 0);
+    l.LineaIVA("27000000006", P1, "0001-00000001", 1, 21, "Iva 21", 210);
+
+    // Files of an earlier run are replaced, not appended to.
+    for (const char *viejo : {"marzo.xls", "marzo COMPRAS COMPRBTE.txt", "marzo COMPRAS ALICUOTAS.txt"}) {
+        QFile f(Dir() + QString::fromLatin1(viejo));
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write(QByteArray(5000, 'x'));
+    }
+
+    QWidget ventana;
+    dialogo->respuesta = Dir() + QStringLiteral("marzo.xls");
+    QString tab = QStringLiteral("\t");
+    QVERIFY(GenerarReporte(libro->S(), tab, &ventana));
+
+    QCOMPARE(dialogo->pedidos.size(), 1);
+    const DialogoGuion::Pedido &p = dialogo->pedidos[0];
+    QCOMPARE(p.titulo, QStringLiteral("Guardar Reporte de Libro IVA Compras"));
+    QCOMPARE(p.filtros.size(), 2);
+    QCOMPARE(p.filtros[0].descripcion, QStringLiteral("XLS Delimitado por comas (*.xls)"));
+    QCOMPARE(p.filtros[0].patron, QStringLiteral("*.xls"));
+    QCOMPARE(p.filtros[1].descripcion, QStringLiteral("All Files (*.*)"));
+    QCOMPARE(p.filtros[1].patron, QStringLiteral("*.*"));
+    QCOMPARE(p.carpetaInicial, QStringLiteral("C:\\"));
+    QCOMPARE(p.nombreInicial, B(254));
+    QCOMPARE(p.propietario, &ventana);
+
+    QCOMPARE(l.Mensajes().mostrados.size(), 1);
+    QCOMPARE(l.Mensajes().Ultimo(), QStringLiteral("Archivos Generados"));
+    QCOMPARE(l.Mensajes().UltimoEstilo(), 0);
+    QCOMPARE(l.S().ajustes.Leer("KESTREL", "Config", "SepCol"), QStringLiteral("\t"));
+
+    const QString c1 = QStringLiteral("00000000030111111118");
+    const QString c2 = QStringLiteral("00000000030222222229");
+    const QString pena = QStringLiteral("PEÑA Y CIA S.A.") + B(15);
+    const QString norte = QStringLiteral("Distribuidora Norte") + B(11);
+    const QString comprobantes =
+        Comprobante("20050302", "001", "00002", "00000000000000012345", c1, pena, "000000000133700", Z(15), Z(15), "1 ") +
+        Comprobante("20050302", "001", "00005", "00000000000000000045", c2, norte, "000000000010000", "000000000010000", Z(15), "1 ") +
+        Comprobante("20050305", "011", "00003", "00000000000000000077", c2, norte, "000000000001200", Z(15), "000000000001200", "1n") +
+        Comprobante("20050310", "006", "00001", "00000000000000012345", "00000000030999999990", "desconocido!" + B(18), "000000000060500", Z(15), Z(15), "1 ") +
+        Comprobante("20050315", "099", "00000", "00000000000000000678", c1, pena, "000000000022100", Z(15), Z(15), "1 ") +
+        Comprobante("20050320", "", "00004", "00000000000000000001", c1, pena, "000000000011500", Z(15), Z(15), "1n");
+    const QString alicuotas =
+        Alicuota("001", "00002", "00000000000000012345", c1, "000000000110000", "0005", "000000000023700") +
+        Alicuota("001", "00005", "00000000000000000045", c2, Z(15), "0006", Z(15)) +
+        Alicuota("011", "00003", "00000000000000000077", c2, Z(15), "0003", Z(15)) +
+        Alicuota("006", "00001", "00000000000000012345", "00000000030999999990", Z(15), "0005", "000000000010500") +
+        Alicuota("099", "00000", "00000000000000000678", c1, "000000000020000", "0004", "000000000002100") +
+        Alicuota("", "00004", "00000000000000000001", c1, Z(15), "0003", "000000000000500");
+    const QString planilla = QStringLiteral(
+        "FECHA\tTIPO\tFAC NRO\tCUIT\tPROVEEDOR\tNO GRAVADO\tGRAVADO\tING BRU\tIVA\tTOTAL\tDescripcion\tDescripcionExtra\r\n"
+        "\r\n"
+        "\"02/03/2005\"\t\"A\"\t\"0002-00012345\"\t\"30111111118\"\t\"PEÑA Y CIA S.A.\"\t00.00\t1100.00\t00.00\t237.00\t1337.00\t1.5 kg\tFlete\r\n"
+        "\"02/03/2005\"\t\"A\"\t\"0005-00000045\"\t\"30222222229\"\t\"Distribuidora Norte\"\t100.00\t00.00\t00.00\t00.00\t100.00\t\t\r\n"
+        "\"05/03/2005\"\t\"C\"\t\"0003-00000077\"\t\"30222222229\"\t\"Distribuidora Norte\"\t00.00\t00.00\t12.00\t00.00\t12.00\t\t\r\n"
+        "\"10/03/2005\"\t\"B\"\t\"12345\"\t\"30999999990\"\t\"desconocido!\"\t00.00\t500.00\t00.00\t105.00\t605.00\t\t\r\n"
+        "\"15/03/2005\"\t\"99\"\t\"0000-678\"\t\"30111111118\"\t\"PEÑA Y CIA S.A.\"\t00.00\t200.00\t00.00\t21.00\t221.00\t\t\r\n"
+        "\"20/03/2005\"\t\"X\"\t\"0004-00000001\"\t\"30111111118\"\t\"PEÑA Y CIA S.A.\"\t10.00\t100.00\t00.00\t05.00\t115.00\t\t\r\n"
+        "\t\t\t\tTotales\t110.00\t1900.00\t12.00\t368.00\t2390.00\r\n"
+        "\r\n"
+        "Neto Gravado 10.5%\t200.00\r\n"
+        "IVA 10.5%\t21.00\r\n"
+        "Neto Gravado 21%\t1500.00\r\n"
+        "IVA 21%\t315.00\r\n"
+        "Neto Gravado 27%\t100.00\r\n"
+        "IVA 27%\t27.00\r\n"
+        "Neto Gravado OTROS\t100.00\r\n"
+        "IVA OTROS\t05.00\r\n"
+        "Ingresos Brutos \t12.00\r\n"
+        "No gravado/Exentos \t110.00\r\n"
+        "Total \t2390.00\r\n");
+
+    const QByteArray xls = Leer(Dir() + "marzo.xls");
+    const QByteArray txtC = Leer(Dir() + "marzo COMPRAS COMPRBTE.txt");
+    const QByteArray txtA = Leer(Dir() + "marzo COMPRAS ALICUOTAS.txt");
+    QCOMPARE(xls, planilla.toLatin1());
+    QCOMPARE(txtC, comprobantes.toLatin1());
+    QCOMPARE(txtA, alicuotas.toLatin1());
+    // One byte per character: the "Ñ" keeps the record at 325 bytes.
+    QCOMPARE(txtC.size(), 5 * 327 + 324);
+    QCOMPARE(txtC.mid(74 + 2, 1), QByteArray("\xD1"));
+    QCOMPARE(txtA.size(), 5 * 86 + 83);
+}
+
+void TstExportar::periodoVacio()
+{
+    libro->Factura(EMPRESA, P1, MARZO, "02/03/2005", "A", "0002-00012345", 1100, 0, 231, 0);
+    libro->Periodo(EMPRESA, QStringLiteral("01/06/2005"));
+    QVERIFY(Exportar(Dir() + QStringLiteral("junio.xls")));
+    // The sums over nothing show as 00.00; the rates with no line show nothing.
+    QCOMPARE(Leer(Dir() + "junio.xls"),
+             QByteArray("FECHA\tTIPO\tFAC NRO\tCUIT\tPROVEEDOR\tNO GRAVADO\tGRAVADO\tING BRU\tIVA\tTOTAL\tDescripcion\tDescripcionExtra\r\n"
+                        "\r\n"
+                        "\t\t\t\tTotales\t00.00\t00.00\t00.00\t00.00\t00.00\r\n"
+                        "\r\n"
+                        "Neto Gravado OTROS\t00.00\r\n"
+                        "IVA OTROS\t00.00\r\n"
+                        "Ingresos Brutos \t00.00\r\n"
+                        "No gravado/Exentos \t00.00\r\n"
+                        "Total \t00.00\r\n"));
+    QCOMPARE(Leer(Dir() + "junio COMPRAS COMPRBTE.txt"), QByteArray());
+    QCOMPARE(Leer(Dir() + "junio COMPRAS ALICUOTAS.txt"), QByteArray());
+    QCOMPARE(libro->Mensajes().Ultimo(), QStringLiteral("Archivos Generados"));
+}
+
+void TstExportar::rutaElegida_data()
+{
+    QTest::addColumn<QString>("respuesta");
+    QTest::addColumn<QStringList>("archivos");
+    QTest::newRow("xls without a point") << "datosxls"
+        << QStringList{"dato COMPRAS ALICUOTAS.txt", "dato COMPRAS COMPRBTE.txt", "datosxls"};
+    QTest::newRow("no suffix") << "abril"
+        << QStringList{"abril COMPRAS ALICUOTAS.txt", "abril COMPRAS COMPRBTE.txt", "abril.xls"};
+    QTest::newRow("blanks and NUL around the name") << QStringLiteral("abril") + QChar(0) + B(3)
+        << QStringList{"abril COMPRAS ALICUOTAS.txt", "abril COMPRAS COMPRBTE.txt", "abril.xls"};
+    QTest::newRow("upper case suffix") << "Mayo.XLS"
+        << QStringList{"Mayo COMPRAS ALICUOTAS.txt", "Mayo COMPRAS COMPRBTE.txt", "Mayo.XLS"};
+}
+
+void TstExportar::rutaElegida()
+{
+    QFETCH(QString, respuesta);
+    QFETCH(QStringList, archivos);
+    libro->Factura(EMPRESA, P1, MARZO, "02/03/2005", "A", "0002-00012345", 1100, 0, 231, 0);
+    QVERIFY(Exportar(B(2) + Dir() + respuesta));
+    QCOMPARE(QDir(Dir()).entryList(QDir::Files, QDir::Name), archivos);
+    QCOMPARE(Leer(Dir() + archivos[1]).size(), 327);
+}
+
+void TstExportar::cancelado()
+{
+    libro->Factura(EMPRESA, P1, MARZO, "02/03/2005", "A", "0002-00012345", 1100, 0, 231, 0);
+    QVERIFY(!Exportar(QString()));
+    QCOMPARE(dialogo->pedidos.size(), 1);
+    QVERIFY(libro->Mensajes().mostrados.isEmpty());
+    QVERIFY(QDir(Dir()).entryList(QDir::Files).isEmpty());
+    QCOMPARE(libro->S().ajustes.Leer("KESTREL", "Config", "SepCol", "ninguno"), QStringLiteral("ninguno"));
+}
+
+void TstExportar::avisosNoNumericos()
+{
+    libro->Factura(EMPRESA, P1, MARZO, "02/03/2005", "A", "00A1-000123", 100, 0, 21, 0);
+    libro->Factura(EMPRESA, P1, MARZO, "03/03/2005", "A", "0012-12B4", 100, 0, 21, 0);
+    QVERIFY(Exportar(Dir() + QStringLiteral("avisos.xls")));
+    QStringList textos;
+    for (const auto &m : libro->Mensajes().mostrados) {
+        textos << m.texto;
+        QCOMPARE(m.estilo, 0);
+    }
+    QCOMPARE(textos, (QStringList{"Se ha encontrado un Punto de Venta NO NUMERICO: 00A1",
+                                  "Se ha encontrado un Nro de Factura NO NUMERICO: 000000000000000012B4",
+                                  "Archivos Generados"}));
+    // The records are written as built.
+    const QByteArray txt = Leer(Dir() + "avisos COMPRAS COMPRBTE.txt");
+    QCOMPARE(txt.size(), 2 * 327);
+    QCOMPARE(txt.mid(8, 28), QByteArray("001000A100000000000000000123"));
+    QCOMPARE(txt.mid(327 + 8, 28), QByteArray("00100012000000000000000012B4"));
+}
+
+void TstExportar::errores_data()
+{
+    QTest::addColumn<QString>("cuitProveedor");
+    QTest::addColumn<QString>("bloqueado");
+    QTest::addColumn<QString>("numeroYDescripcion");
+    QTest::addColumn<QStringList>("archivos");
+    QTest::newRow("CUIT longer than 20") << "3011111111800000000001" << ""
+        << "\r\n5\r\nLlamada a procedimiento o argumento no válidos" << QStringList{};
+    QTest::newRow("apostrophe in a CUIT") << "30'11" << "" << "\r\n-2147217900\r\n" << QStringList{};
+    QTest::newRow("vouchers file cannot be written") << P1 << "err COMPRAS COMPRBTE.txt"
+        << "\r\n75\r\nNo se puede crear el archivo" << QStringList{"err.xls"};
+}
+
+void TstExportar::errores()
+{
+    QFETCH(QString, cuitProveedor);
+    QFETCH(QString, bloqueado);
+    QFETCH(QString, numeroYDescripcion);
+    QFETCH(QStringList, archivos);
+    libro->Factura(EMPRESA, P1, MARZO, "01/03/2005", "A", "0001-00000001", 100, 0, 21, 0);
+    libro->Factura(EMPRESA, cuitProveedor.replace(u'\'', QStringLiteral("''")), MARZO, "02/03/2005",
+                   "A", "0002-00012345", 1100, 0, 231, 0);
+    if (!bloqueado.isEmpty())
+        QVERIFY(QDir().mkpath(Dir() + bloqueado));
+
+    QVERIFY(!Exportar(Dir() + QStringLiteral("err.xls")));
+    QCOMPARE(libro->Mensajes().mostrados.size(), 1);
+    const QString texto = libro->Mensajes().Ultimo();
+    QVERIFY2(texto.startsWith(QStringLiteral("Nro Linea: ")), qPrintable(texto));
+    QVERIFY2(texto.contains(numeroYDescripcion), qPrintable(texto));
+    QVERIFY2(texto.endsWith(QStringLiteral(" seccion modGBPROC.GenerarReporte ")), qPrintable(texto));
+    QCOMPARE(libro->Mensajes().UltimoEstilo(), 16);
+    // What was written stays; nothing half-written, nothing after the failure.
+    QCOMPARE(QDir(Dir()).entryList(QDir::Files, QDir::Name), archivos);
+}
+
+QTEST_MAIN(TstExportar)
+#include "tst_exportar.moc"
