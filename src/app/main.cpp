@@ -1,4 +1,5 @@
 #include "app/Comandos.h"
+#include "app/Programa.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -26,6 +27,10 @@ int main(int argc, char **argv)
         QCoreApplication app(argc, argv);
         return ComandoExportar(args.mid(1));
     }
+    if (args.isEmpty())
+        return EjecutarPrograma(argc, argv, QString());
+    if (args.size() == 2 && comando == QLatin1String("--ajustes"))
+        return EjecutarPrograma(argc, argv, args[1]);
     std::fprintf(stderr, "uso: ivacompras [--ajustes DIR] | crear-bases DIR\n");
     return 2;
 }

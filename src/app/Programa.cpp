@@ -1,0 +1,36 @@
+#include "app/Programa.h"
+
+#include "app/core/Sesion.h"
+#include "ui/common/MensajesQt.h"
+#include "ui/main/Arranque.h"
+#include "ui/main/frmMAIN.h"
+
+#include <QApplication>
+#include <QPointer>
+#include <cstdio>
+
+int EjecutarPrograma(int &argc, char **argv, const QString &dirAjustes)
+{
+    if (!HayPantalla(QProcessEnvironment::systemEnvironment())) {
+        std::fprintf(stderr, "%s\n", MensajeSinPantalla().toLocal8Bit().constData());
+        return 1;
+    }
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("IVA Compras"));
+
+    Sesion sesion{Ajustes(dirAjustes)};
+    MensajesQt mensajes;
+    sesion.mensajes = &mensajes;
+
+    QPointer<frmMAIN> principal = new frmMAIN(sesion);
+    principal->setAttribute(Qt::WA_DeleteOnClose);
+    // Esc in the company and period window at start-up ends the program at once.
+    if (!principal->Form_Load()) {
+        delete principal;
+        return 0;
+    }
+    principal->show();
+    const int estado = app.exec();
+    delete principal;
+    return estado;
+}

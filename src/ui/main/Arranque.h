@@ -1,0 +1,13 @@
+#pragma once
+// What the program checks before it opens its windows.
+
+#include <QProcessEnvironment>
+#include <QString>
+
+// True when the windows can be shown: on X11/Wayland systems a display (DISPLAY or
+// WAYLAND_DISPLAY) or an explicit Qt platform (QT_QPA_PLATFORM) must be set; other systems
+// always have one.
+bool HayPantalla(const QProcessEnvironment &entorno);
+
+// The message given instead of the windows when there is no display.
+QString MensajeSinPantalla();

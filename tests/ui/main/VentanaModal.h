@@ -1,0 +1,33 @@
+#pragma once
+// Drives a window that another window opens with exec(): the steps run as soon as the window
+// is the active modal one, with real key events on its widgets.
+
+#include <QApplication>
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+template <class Ventana>
+void AlAbrirse(std::function<void(Ventana &)> pasos)
+{
+    auto *timer = new QTimer;
+    timer->setInterval(10);
+    auto intentos = std::make_shared<int>(0);
+    QObject::connect(timer, &QTimer::timeout, [timer, pasos, intentos] {
+        QPointer<Ventana> v = qobject_cast<Ventana *>(QApplication::activeModalWidget());
+        if (!v) {
+            if (++*intentos > 500)
+                timer->deleteLater();
+            return;
+        }
+        timer->stop();
+        timer->deleteLater();
+        pasos(*v);
+        // A step that failed must not leave the test waiting on the window.
+        if (v && v->isVisible())
+            v->close();
+    });
+    timer->start();
+}
