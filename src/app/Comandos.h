@@ -25,3 +25,6 @@ int ComandoDemo(const QStringList &args);
 int ComandoCuenta(const QStringList &args);
 // ivacompras exportar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo RUTA.xls [--ajustes DIR]
 int ComandoExportar(const QStringList &args);
+// ivacompras imprimir --datos DIR --cuit CUIT --periodo MM/AAAA (--pdf RUTA | --texto RUTA)
+//                     [--fuente N] [--lineas N]
+int ComandoImprimir(const QStringList &args);

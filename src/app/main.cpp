@@ -19,6 +19,8 @@ int main(int argc, char **argv)
         QCoreApplication app(argc, argv);
         return ComandoCrearBases(args.mid(1));
     }
+    if (comando == QLatin1String("imprimir"))
+        return ComandoImprimir(args.mid(1));
     if (comando == QLatin1String("cuenta")) {
         QCoreApplication app(argc, argv);
         return ComandoCuenta(args.mid(1));
