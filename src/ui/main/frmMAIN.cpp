@@ -7,6 +7,7 @@
 #include "ui/main/ListaPeriodo.h"
 #include "ui/main/Teclas.h"
 #include "ui/main/frmOpciones.h"
+#include "ui/suppliers/frmLSTPROV.h"
 
 #include <QCloseEvent>
 #include <QFrame>
@@ -190,6 +191,22 @@ void frmMAIN::MostrarTotales()
 bool frmMAIN::Form_KeyDown(int tecla)
 {
     switch (tecla) {
+    case vb::vbKeyF5: {
+        // The supplier window, not modal; when it is already open it comes to the front.
+        // (A closed one may still wait for its deletion: only a shown one counts.)
+        frmLSTPROV *prov = nullptr;
+        for (frmLSTPROV *p : findChildren<frmLSTPROV *>(QString(), Qt::FindDirectChildrenOnly))
+            if (p->isVisible())
+                prov = p;
+        if (!prov) {
+            prov = new frmLSTPROV(s_, this);
+            prov->setAttribute(Qt::WA_DeleteOnClose);
+        }
+        prov->show();
+        prov->raise();
+        prov->activateWindow();
+        return true;
+    }
     case vb::vbKeyF6:
         AbrirOpciones();
         return true;
