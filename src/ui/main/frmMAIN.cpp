@@ -2,6 +2,7 @@
 
 #include "app/core/Sesion.h"
 #include "data/Convenciones.h"
+#include "reports/LibroImpreso.h"
 #include "ui/common/CerrarVentana.h"
 #include "ui/main/GrillaFlex.h"
 #include "ui/main/ListaPeriodo.h"
@@ -16,6 +17,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
+#include <cmath>
 
 namespace {
 
@@ -209,6 +211,15 @@ bool frmMAIN::Form_KeyDown(int tecla)
     }
     case vb::vbKeyF6:
         AbrirOpciones();
+        return true;
+    case vb::vbKeyF12:
+        // The ledger with the print fields as they are on screen; nothing is saved. Lines per
+        // page beyond a 16-bit integer end the key quietly.
+        if (ValidarCamposImpresion()) {
+            const double lineas = std::nearbyint(conv::CDbl(txtIMPLinxHoja->text()));
+            if (lineas >= -32768 && lineas <= 32767)
+                ImprimirLibro(s_, conv::CDbl(txtIMPFuente->text()), qint16(lineas));
+        }
         return true;
     case vb::vbKeyEscape:
         GuardarYSalir();
