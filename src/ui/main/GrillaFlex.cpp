@@ -1,6 +1,8 @@
 #include "ui/main/GrillaFlex.h"
 
 #include <QHeaderView>
+#include <QScrollBar>
+#include <QStyle>
 #include <algorithm>
 
 GrillaFlex::GrillaFlex(QWidget *parent) : QTableWidget(parent)
@@ -95,14 +97,22 @@ void GrillaFlex::PegarClip(int fila, const QString &clip)
 
 void GrillaFlex::AjustarAnchos()
 {
+    // Every row counts, not only those in view, so that no text of the period is cut.
+    const QFontMetrics fm(font());
+    const int margen = 2 * style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 8;
+    int total = 0;
     for (int c = 0; c < Cols(); ++c) {
         if (isColumnHidden(c))
             continue;
-        const int diseno = qRound(anchosTwips_.value(c) / 15.0);
-        const int contenido = sizeHintForColumn(c);
-        const int cabecera = horizontalHeader()->sectionSizeHint(c);
-        setColumnWidth(c, std::max({diseno, contenido, cabecera}));
+        int ancho = std::max(qRound(anchosTwips_.value(c) / 15.0), horizontalHeader()->sectionSizeHint(c));
+        for (int r = 0; r < rowCount(); ++r)
+            if (const QTableWidgetItem *it = item(r, c))
+                ancho = std::max(ancho, fm.horizontalAdvance(it->text()) + margen);
+        setColumnWidth(c, ancho);
+        total += ancho;
     }
+    // The window keeps room for every column next to the vertical scroll bar.
+    setMinimumWidth(total + verticalScrollBar()->sizeHint().width() + 2 * frameWidth());
 }
 
 void GrillaFlex::SeleccionarFila(int fila)
