@@ -3,7 +3,6 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QTimer>
 
 namespace {
 
@@ -14,6 +13,19 @@ public:
 
     QLineEdit *CajaNombre() const { return findChild<QLineEdit *>(QStringLiteral("fileNameEdit")); }
 
+protected:
+    // Once shown, the name box has the focus with its whole text selected, so the first key
+    // typed replaces the initial text.
+    void showEvent(QShowEvent *e) override
+    {
+        QFileDialog::showEvent(e);
+        if (QLineEdit *caja = CajaNombre()) {
+            caja->setFocus();
+            caja->selectAll();
+        }
+    }
+
+public:
     void accept() override
     {
         // A name of blanks only is no name: the dialog stays open.
@@ -51,14 +63,8 @@ QString DialogoGuardarQt::GuardarComo(const QString &titulo, const QList<FiltroA
     for (const FiltroArchivo &f : filtros)
         nombres << Filtro(f);
     d.setNameFilters(nombres);
-    if (QLineEdit *caja = d.CajaNombre()) {
+    if (QLineEdit *caja = d.CajaNombre())
         caja->setText(nombreInicial);
-        // Selected once the dialog shows, so typing replaces the initial text.
-        QTimer::singleShot(0, caja, [caja] {
-            caja->setFocus();
-            caja->selectAll();
-        });
-    }
     if (d.exec() != QDialog::Accepted)
         return QString();
     return QDir::toNativeSeparators(d.selectedFiles().value(0));
