@@ -1,0 +1,197 @@
+#pragma once
+// What the add and modify invoice windows share: the header fields, the taxed-amount lines
+// (IVC_Gravado), the VAT lines (IVC_DetIVA), the gross-income area, the invoice totals and the
+// window keys. Every line is written to or deleted from the book the moment it is entered or
+// removed; the header is written by the window's own header save, IVAValidar.
+//
+// The few places where the two windows behave differently are virtual members, overridden by
+// the window that differs.
+
+#include <QDialog>
+#include <QString>
+#include <functional>
+#include <vector>
+
+class ClCntrl;
+class Principal;
+class QCheckBox;
+class QComboBox;
+class QGridLayout;
+class QGroupBox;
+class QHBoxLayout;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+class QTreeWidget;
+class QVBoxLayout;
+struct Sesion;
+namespace oDB {
+class clManejo;
+}
+
+// The text of the combo entry that stands for the sum of all taxed amounts.
+inline constexpr const char *kTotalGravados = "[Total Gravados]";
+
+class VentanaConcepto : public QDialog
+{
+    Q_OBJECT
+public:
+    ~VentanaConcepto() override;
+
+    // Header save: true when the header was written (or nothing more is to be done), false
+    // when a check stopped it. Each window has its own.
+    virtual bool IVAValidar() = 0;
+
+    // VAT lines.
+    void IVADet_Add();
+    void IVADet_Eliminar();
+    void IVADet_List();
+    void IVAModFin();
+
+    // Taxed amounts and invoice totals.
+    void Gravados_Add();
+    void Gravados_Del();
+    double getTotalGravados() const;
+    void CalcularIVA();
+    void CalcularIB();
+    void calcularTOTAL();
+
+    // "Guardar" and "Cerrar".
+    virtual void cmdGuardar_Click() = 0;
+    virtual void cmdCerrar_Click() = 0;
+
+    // The saved flag: true after a header save that wrote the row.
+    bool Guardado() const { return guardado_; }
+    // The VAT total of the lines as the form keeps it for its save.
+    double TotalIVA() const { return totalIVA_; }
+
+    // Header.
+    QLabel *lbTitulo = nullptr;
+    QComboBox *cboProv = nullptr;
+    QComboBox *cboIdProv = nullptr; // hidden twin of cboProv holding the supplier CUITs
+    QLineEdit *TxtFecha = nullptr;
+    QComboBox *cboTipo = nullptr;
+    QLineEdit *TxtNumero = nullptr;
+    QLineEdit *TxtNoGrav = nullptr;
+    QLineEdit *txtIVARNI = nullptr;
+    QLineEdit *txtIVARIN = nullptr;
+    QLineEdit *txtDescripcion = nullptr;
+    QLineEdit *txtDescripcionExtra = nullptr;
+    // Taxed amounts.
+    QLineEdit *TxtGrav = nullptr;
+    QListWidget *lstGravado = nullptr;
+    QListWidget *lstIdGravado = nullptr; // hidden, the GRAVAD_id of each amount
+    QLabel *lbGravTotal = nullptr;
+    // VAT lines.
+    QComboBox *cboGravadoIVA = nullptr;
+    QLineEdit *txtIVCDETIVA = nullptr;
+    QLineEdit *txtIVCDETDSC = nullptr;
+    QLineEdit *txtIVCDETVLR = nullptr;
+    QTreeWidget *lstIVC_DetIVA = nullptr;
+    QLabel *lbIVATotal = nullptr;
+    // Gross-income lines.
+    QGroupBox *fraIngBrutos = nullptr;
+    QComboBox *cboGravadoIngBru = nullptr;
+    QLineEdit *txtIVC_IngB = nullptr;
+    QLineEdit *txtIVC_IngBDesc = nullptr;
+    QLineEdit *txtIVC_IngBValor = nullptr;
+    QTreeWidget *lstIVC_detIngBru = nullptr;
+    QLabel *lbIngBrut = nullptr;
+    // Totals, buttons and the key help line.
+    QLabel *lbTotalFactura = nullptr;
+    QLabel *lbTeclas = nullptr;
+    QPushButton *cmdGuardar = nullptr;
+    QPushButton *cmdCerrar = nullptr;
+
+protected:
+    VentanaConcepto(Sesion &sesion, Principal *principal, const QString &nombre,
+                    const QString &titulo, QWidget *parent);
+
+    // --- What differs between the windows -------------------------------------------------
+    // The invoice number under which IVADet_List reads the lines (the add window: the number
+    // the header was saved under, kept in TxtNumero's tag).
+    virtual QString NumeroListadoIVA() const;
+    // Before IVADet_List reads the lines (the modify window brings cboProv to cboIdProv).
+    virtual void AntesDeListarIVA() {}
+    // IVADet_List when the invoice has no VAT lines (the modify window also writes IVARIN 0).
+    virtual void SinLineasIVA() {}
+    // After a VAT line was deleted and the list reloaded (the modify window refocuses it).
+    virtual void TrasEliminarIVA() {}
+    // Gravados_Add before the amount is written (the add window brings cboProv to cboIdProv).
+    virtual void AntesDeAgregarGravado() {}
+    // Whether a combo text is the "[Total Gravados]" entry.
+    virtual bool EsTotalGravados(const QString &texto) const;
+    // CalcularIVA's message when no taxed amount is picked.
+    virtual QString MsgSinGravadoIVA() const;
+    // The combos linked to the input controller.
+    virtual QList<QComboBox *> CombosEnlazados() const;
+    // A key of the window, seen before its controls; true when it was handled.
+    virtual bool TeclaVentana(int tecla) = 0;
+
+    // --- Building --------------------------------------------------------------------------
+    // The area under the detail lines where each window puts what only it has.
+    QHBoxLayout *zonaPropia() const { return zonaPropia_; }
+    // The row under the gross-income lines, beside their total.
+    QHBoxLayout *pieIngBrutos() const { return pieIngBrutos_; }
+    // Links the input controller, sets the focus order (extra widgets go before the buttons)
+    // and takes the window keys; called once by each window when its own controls exist.
+    void TerminarArmado(const QList<QWidget *> &extra);
+
+    // --- Shared steps ----------------------------------------------------------------------
+    Sesion &S() const { return s_; }
+    oDB::clManejo &db() const;
+    // A message box with the exclamation icon, OK, no title; false, for "return Aviso(...)".
+    bool Aviso(const QString &texto) const;
+    // The error report of a procedure's error trap.
+    void ReportarError(const QString &descripcion, int numero, const QString &seccion) const;
+    QString Seccion(const QString &procedimiento) const;
+    // Runs a procedure under its error trap: an error of the book or of a conversion is
+    // reported with the procedure's section text and ends the procedure.
+    void ConTrampa(const QString &seccion, const std::function<void()> &f);
+
+    // The session's period formatted "dd-mm-yyyy", the value written into IVCFPERIOD.
+    QString PeriodoActual() const;
+    // The three conditions that key the taxed amounts of the invoice on screen.
+    QString CondicionGravados() const;
+    // Fills cboProv and cboIdProv from PRV.
+    void CargarProveedores();
+    void SincronizarProvDesdeId();
+    // The duplicate check over all periods; true on a hit (the message has been shown).
+    bool Duplicado(const QString &numero);
+    // Replaces the apostrophes of both descriptions by "´" and shows the result.
+    void ReemplazarApostrofes();
+    // Locks TxtNumero while taxed amounts exist.
+    void BloquearNumero();
+    // Re-reads the sum of the taxed amounts into lbGravTotal.
+    void LeerTotalGravados();
+    // Rewrites the header's VAT total IVARIN (the invoice saved under TxtNumero's tag).
+    void EscribirIVARIN(double suma);
+    // Appends "[Total Gravados]" to a combo, keeping "no entry picked" when none was.
+    static void AgregarAlCombo(QComboBox *cbo, int indice, const QString &texto);
+    // The main window reloads its list and, when that completed, its totals.
+    void RecargarPrincipal();
+    // Closes the window (the dialog ends).
+    void CerrarVentana();
+
+    bool guardado_ = false;
+    double totalIVA_ = 0;
+
+    bool eventFilter(QObject *obj, QEvent *ev) override;
+    void reject() override;
+    void closeEvent(QCloseEvent *ev) override;
+
+private:
+    void Armar(const QString &titulo);
+    bool TeclaControl(QObject *obj, int tecla);
+    // CalcularIVA and CalcularIB: a line proposed from a taxed amount and a rate.
+    void Calcular(QComboBox *base, QLineEdit *tasa, QLineEdit *descripcion, QLineEdit *valor,
+                  const QString &sinBase, const QString &prefijo, const QString &medio);
+
+    Sesion &s_;
+    Principal *principal_;
+    QHBoxLayout *zonaPropia_ = nullptr;
+    QHBoxLayout *pieIngBrutos_ = nullptr;
+    std::vector<ClCntrl *> controladores_;
+    bool cerrando_ = false;
+};

@@ -1,0 +1,155 @@
+#include "ui/invoice/frmADDConcepto.h"
+
+#include "app/core/Sesion.h"
+#include "data/Convenciones.h"
+#include "data/oDB.h"
+#include "ui/common/ClCntrl.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+
+using conv::EsNumerico;
+using conv::Format;
+using conv::Trim;
+using oDB::Q;
+
+frmADDConcepto::frmADDConcepto(Sesion &sesion, Principal *principal, QWidget *parent)
+    : VentanaConcepto(sesion, principal, QStringLiteral("frmADDConcepto"), QStringLiteral("Agregar"), parent)
+{
+    Chk_EnviarASeguimiento = new QCheckBox(QStringLiteral("&Registrar en Seguimiento Proveedores"), this);
+    Chk_EnviarASeguimiento->setObjectName(QStringLiteral("Chk_EnviarASeguimiento"));
+    zonaPropia()->addWidget(Chk_EnviarASeguimiento);
+    lbTeclas->setText(QStringLiteral(
+        "Gravado [Enter] agrega el importe - IVA % [Enter] calcula desde el gravado elegido - "
+        "Valor [Enter] agrega la línea de IVA - [Supr] en una lista elimina - [Esc] limpia la línea de IVA"));
+    TerminarArmado({Chk_EnviarASeguimiento});
+
+    txtIVARIN->setText(conv::NumeroATexto(S().IvaRIN));
+    txtIVARNI->setText(conv::NumeroATexto(S().IvaRNI));
+    Inicializar();
+    IVAModFin();
+    cboProv->setFocus();
+}
+
+void frmADDConcepto::Inicializar()
+{
+    ConTrampa(Seccion(QStringLiteral("Form_Load")), [this] {
+        if (cboTipo->count() > 0)
+            cboTipo->setCurrentIndex(0);
+        TxtFecha->setText(Format(QVariant(conv::Hoy()), QStringLiteral("dd/mm/yyyy")));
+        CargarProveedores();
+        if (cboIdProv->count() > 0) {
+            cboIdProv->setCurrentIndex(0);
+            cboProv->setCurrentIndex(0);
+        }
+    });
+}
+
+QString frmADDConcepto::SentenciaInsert() const
+{
+    const QString c = QStringLiteral(",");
+    return QStringLiteral("insert into IVC (USRSNRCUIT,PRVSNRCUIT,IVCFPERIOD,IVCFCOMPRO,IVCSTIPFAC,IVCSNROFAC,"
+                          "IVCDNOGRAV,IVCDGRAVAD,IVARNI,IVARIN,IVCINGBRU,IVCFALTA, DESCRIPCION, DESCRIPCIONEXTRA) "
+                          "values (") +
+           Q(S().CuitUsuario) + c + Q(cboIdProv->currentText()) + c +
+           QStringLiteral("datevalue(") + Q(PeriodoActual()) + QStringLiteral("),") +
+           QStringLiteral("datevalue(") + Q(Format(QVariant(TxtFecha->text()), QStringLiteral("dd-mm-yyyy"))) +
+           QStringLiteral("),") + Q(cboTipo->currentText()) + c + Q(TxtNumero->text()) + c + Q(TxtNoGrav->text()) + c +
+           Q(lbGravTotal->text()) + c + QStringLiteral("'0','0','0',") + QStringLiteral("datevalue(") +
+           Q(Format(QVariant(conv::Hoy()), QStringLiteral("dd-mm-yyyy"))) + QStringLiteral("),") +
+           Q(txtDescripcion->text()) + c + Q(txtDescripcionExtra->text()) + u')';
+}
+
+QString frmADDConcepto::SentenciaUpdate() const
+{
+    return QStringLiteral("update IVC set ") + QStringLiteral("IVCFPERIOD = datevalue(") + Q(PeriodoActual()) +
+           QStringLiteral("),") + QStringLiteral("IVCFCOMPRO = datevalue(") +
+           Q(Format(QVariant(TxtFecha->text()), QStringLiteral("dd-mm-yyyy"))) + QStringLiteral("),") +
+           QStringLiteral("IVCSTIPFAC = ") + Q(cboTipo->currentText()) + u',' + QStringLiteral("IVCSNROFAC = ") +
+           Q(TxtNumero->text()) + u',' + QStringLiteral("IVCDNOGRAV = ") + Q(TxtNoGrav->text()) + u',' +
+           QStringLiteral("IVCDGRAVAD = ") + Q(lbGravTotal->text()) + u' ' + QStringLiteral("where ") +
+           QStringLiteral("USRSNRCUIT = ") + Q(S().CuitUsuario) + QStringLiteral(" and ") +
+           QStringLiteral("PRVSNRCUIT = ") + Q(cboIdProv->currentText()) + QStringLiteral(" and ") +
+           QStringLiteral("IVCSNROFAC = ") + Q(Tag(TxtNumero));
+}
+
+bool frmADDConcepto::IVAValidar()
+{
+    try {
+        cboIdProv->setCurrentIndex(cboProv->currentIndex());
+        if (cboIdProv->count() == 0)
+            return Aviso(QStringLiteral("Debe seleccionar un Proveedor"));
+        if (Trim(TxtNumero->text()).isEmpty())
+            return Aviso(QStringLiteral("Debe ingresar un número de factura"));
+
+        if (!guardado_) {
+            // Insert: "Gravado" is not checked yet, the amounts are still being entered.
+            if (!EsNumerico(TxtNoGrav->text()))
+                return Aviso(QStringLiteral("El Valor No Gravado debe ser númerico"));
+            if (Duplicado(TxtNumero->text()))
+                return false;
+            ReemplazarApostrofes();
+            // A statement that writes no row leaves the window in insert mode: the next save
+            // inserts again.
+            if (db().Ejecutar(SentenciaInsert()) > 0) {
+                guardado_ = true;
+                SetTag(TxtNumero, TxtNumero->text());
+                cboIdProv->setCurrentIndex(cboProv->currentIndex());
+            }
+            return true;
+        }
+
+        if (!EsNumerico(TxtGrav->text()))
+            return Aviso(QStringLiteral("El Valor Gravado debe ser númerico"));
+        if (!EsNumerico(TxtNoGrav->text()))
+            return Aviso(QStringLiteral("El Valor No Gravado debe ser númerico"));
+        if (Trim(Tag(TxtNumero)) != Trim(TxtNumero->text()) && Duplicado(TxtNumero->text()))
+            return false;
+        // The row stays addressed by the number it was inserted under (the tag is kept).
+        db().Ejecutar(SentenciaUpdate());
+        return true;
+    } catch (const oDB::ErrorBD &) {
+        return false;
+    } catch (const conv::ErrorConversion &) {
+        return false;
+    }
+}
+
+void frmADDConcepto::cmdGuardar_Click()
+{
+    // Whatever the save did (written, refused by a check, a duplicate), the main window reloads.
+    IVAValidar();
+    RecargarPrincipal();
+    // >>> Supplier tracking: while Chk_EnviarASeguimiento is ticked, every press hands the
+    // >>> invoice to supplier tracking here, after the reload.
+}
+
+void frmADDConcepto::cmdCerrar_Click()
+{
+    ConTrampa(Seccion(QStringLiteral("cmdCerrar_Click")), [this] {
+        if (guardado_) {
+            RecargarPrincipal();
+            CerrarVentana();
+            return;
+        }
+        if (S().mensajes->MsgBox(QStringLiteral("Desea salir sin guardar los datos"), vb::vbYesNo + vb::vbQuestion,
+                                 QStringLiteral("Confirmación")) != vb::vbYes)
+            return;
+        // Only the taxed amounts go: VAT lines (and the header a VAT line inserted) stay.
+        db().Ejecutar(QStringLiteral("delete from IVC_Gravado ") + QStringLiteral("where USRSNRCUIT = ") +
+                      Q(S().CuitUsuario) + QStringLiteral("  and PRVSNRCUIT = ") + Q(cboIdProv->currentText()) +
+                      QStringLiteral("  and IVCSNROFAC = ") + Q(TxtNumero->text()));
+        CerrarVentana();
+    });
+}
+
+bool frmADDConcepto::TeclaVentana(int tecla)
+{
+    if (tecla != Qt::Key_Escape)
+        return false;
+    IVAModFin();
+    return true;
+}

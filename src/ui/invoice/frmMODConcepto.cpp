@@ -1,0 +1,298 @@
+#include "ui/invoice/frmMODConcepto.h"
+
+#include "app/core/Sesion.h"
+#include "data/Convenciones.h"
+#include "data/oDB.h"
+#include "ui/common/ClCntrl.h"
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTreeWidget>
+
+using conv::EsNumerico;
+using conv::Format;
+using conv::Trim;
+using oDB::Q;
+
+frmMODConcepto::frmMODConcepto(Sesion &sesion, Principal *principal, QWidget *parent)
+    : VentanaConcepto(sesion, principal, QStringLiteral("frmMODConcepto"), QStringLiteral("Modificar"), parent)
+{
+    // The gross-income amount of an earlier-version invoice, beside the lines' total.
+    lbINGBOld = new QLabel(QStringLiteral("Ing Brutos"), fraIngBrutos);
+    lbINGBOld->setObjectName(QStringLiteral("lbINGBOld"));
+    txtINGBRUOld = new QLineEdit(fraIngBrutos);
+    txtINGBRUOld->setObjectName(QStringLiteral("txtINGBRUOld"));
+    txtINGBRUOld->setAlignment(Qt::AlignRight);
+    txtINGBRUOld->setMaximumWidth(100);
+    txtINGBRUOld->setReadOnly(true);
+    lbINGBOld->setBuddy(txtINGBRUOld);
+    pieIngBrutos()->insertWidget(0, lbINGBOld);
+    pieIngBrutos()->insertWidget(1, txtINGBRUOld);
+    lbINGBOld->setVisible(false);
+    txtINGBRUOld->setVisible(false);
+
+    // Period change.
+    auto *fraPeriodo = new QGroupBox(QStringLiteral("Cambio de Período de la Compra Actual"), this);
+    auto *h = new QHBoxLayout(fraPeriodo);
+    cboMES = new QComboBox(fraPeriodo);
+    cboMES->setObjectName(QStringLiteral("cboMES"));
+    for (int m = 1; m <= 12; ++m)
+        cboMES->addItem(conv::NombreMes(m));
+    TxtYear = new QLineEdit(fraPeriodo);
+    TxtYear->setObjectName(QStringLiteral("TxtYear"));
+    TxtYear->setMaximumWidth(60);
+    TxtYear->setAlignment(Qt::AlignRight);
+    VScroll = new QScrollBar(Qt::Vertical, fraPeriodo);
+    VScroll->setObjectName(QStringLiteral("VScroll"));
+    VScroll->setRange(1990, 2100);
+    VScroll->setSingleStep(1);
+    VScroll->setPageStep(1);
+    // The arrow up (and the Up key) goes to the next year.
+    VScroll->setInvertedAppearance(true);
+    VScroll->setInvertedControls(false);
+    VScroll->setFixedHeight(TxtYear->sizeHint().height());
+    VScroll->setFocusPolicy(Qt::StrongFocus);
+    cmdCambiarPeriodo = new QPushButton(QStringLiteral("Cambiar"), fraPeriodo);
+    cmdCambiarPeriodo->setObjectName(QStringLiteral("cmdCambiarPeriodo"));
+    cmdCambiarPeriodo->setAutoDefault(false);
+    auto *rotMes = new QLabel(QStringLiteral("&Mes"), fraPeriodo);
+    rotMes->setBuddy(cboMES);
+    auto *rotAnio = new QLabel(QStringLiteral("&Año"), fraPeriodo);
+    rotAnio->setBuddy(TxtYear);
+    h->addWidget(rotMes);
+    h->addWidget(cboMES);
+    h->addWidget(rotAnio);
+    h->addWidget(TxtYear);
+    h->addWidget(VScroll);
+    h->addWidget(cmdCambiarPeriodo);
+    zonaPropia()->addWidget(fraPeriodo);
+
+    const QDate periodo = conv::TextoAFecha(S().PeriodoDesde).value_or(conv::Hoy());
+    cboMES->setCurrentIndex(periodo.month() - 1);
+    VScroll->setValue(periodo.year());
+    TxtYear->setText(QString::number(periodo.year()));
+    connect(VScroll, &QScrollBar::valueChanged, this, [this](int v) { TxtYear->setText(QString::number(v)); });
+    connect(cmdCambiarPeriodo, &QPushButton::clicked, this, [this] { cmdCambiarPeriodo_Click(); });
+
+    lbTeclas->setText(QStringLiteral(
+        "Gravado [Enter] agrega el importe - IVA % [Enter] calcula desde el gravado elegido - "
+        "Valor [Enter] agrega la línea de IVA - [Supr] en una lista elimina - Guardar [F11] - Salir [Esc]"));
+    TerminarArmado({txtINGBRUOld, cboMES, TxtYear, VScroll, cmdCambiarPeriodo});
+}
+
+void frmMODConcepto::Cargar(const FilaFactura &fila)
+{
+    cuitApertura_ = fila.cuit;
+    SetTag(cboIdProv, fila.cuit);
+    TxtNumero->setText(fila.numero);
+    SetTag(TxtNumero, fila.numero);
+    TxtFecha->setText(fila.fecha);
+    lbGravTotal->setText(conv::NumeroATexto(fila.gravado));
+    TxtNoGrav->setText(conv::NumeroATexto(fila.noGravado));
+    lbTotalFactura->setText(conv::NumeroATexto(fila.total));
+    txtIVARIN->setText(conv::NumeroATexto(fila.ivarin));
+    txtINGBRUOld->setText(conv::NumeroATexto(fila.ingBrutos));
+    tipoApertura_ = fila.tipo;
+}
+
+void frmMODConcepto::showEvent(QShowEvent *ev)
+{
+    VentanaConcepto::showEvent(ev);
+    if (activado_)
+        return;
+    activado_ = true;
+    Activar();
+}
+
+void frmMODConcepto::Activar()
+{
+    ConTrampa(Seccion(QStringLiteral("Form_Activate")), [this] {
+        cboProv->clear();
+        cboIdProv->clear();
+        CargarProveedores();
+        const int i = cboIdProv->findText(cuitApertura_, Qt::MatchFixedString);
+        if (i >= 0) {
+            cboIdProv->setCurrentIndex(i);
+            SincronizarProvDesdeId();
+        } else if (cboIdProv->count() > 0) {
+            cboIdProv->setCurrentIndex(0);
+            cboProv->setCurrentIndex(0);
+        }
+        const int t = cboTipo->findText(tipoApertura_, Qt::MatchFixedString);
+        if (t >= 0)
+            cboTipo->setCurrentIndex(t);
+    });
+    MostrarDescripcion();
+    IVADet_List();
+    // >>> Gross-income lines: IBRDet_List runs here.
+    Grav_DetList();
+    // >>> Gross-income lines: EstablecerTipoIngB runs here (sets the legacy flag and shows or
+    // >>> hides txtINGBRUOld).
+    calcularTOTAL();
+    (cboProv->isEnabled() ? static_cast<QWidget *>(cboProv) : TxtFecha)->setFocus();
+}
+
+void frmMODConcepto::MostrarDescripcion()
+{
+    ConTrampa(Seccion(QStringLiteral("MostrarDescripcion")), [this] {
+        oDB::Recordset rs;
+        if (db().CrearRs(rs, QStringLiteral("select descripcion, descripcionextra from IVC ") + CondicionGravados())) {
+            txtDescripcion->setText(Trim(S().oFormato->EsNull(rs(QStringLiteral("Descripcion")))));
+            txtDescripcionExtra->setText(Trim(S().oFormato->EsNull(rs(QStringLiteral("descripcionextra")))));
+        }
+        rs.Close();
+    });
+}
+
+void frmMODConcepto::Grav_DetList()
+{
+    ConTrampa(Seccion(QStringLiteral("Grav_DetList")), [this] {
+        LeerTotalGravados();
+        oDB::Recordset rs;
+        if (db().CrearRs(rs, QStringLiteral("select GRAVAD_Valor,GRAVAD_id from IVC_Gravado ") + CondicionGravados() +
+                                 QStringLiteral(" order by GRAVAD_id"))) {
+            for (; !rs.Eof(); rs.MoveNext()) {
+                lstIdGravado->addItem(conv::NumeroATexto(S().oFormato->EsNumero(rs(QStringLiteral("GRAVAD_id")))));
+                const QString monto = Format(rs(QStringLiteral("GRAVAD_Valor")), QStringLiteral("00.00"));
+                lstGravado->addItem(monto);
+                AgregarAlCombo(cboGravadoIVA, cboGravadoIVA->count(), monto);
+                AgregarAlCombo(cboGravadoIngBru, cboGravadoIngBru->count(), monto);
+            }
+        }
+        rs.Close();
+        if (cboGravadoIVA->count() > 0) {
+            TxtNumero->setReadOnly(true);
+            AgregarAlCombo(cboGravadoIngBru, cboGravadoIngBru->count(), QString::fromLatin1(kTotalGravados));
+            AgregarAlCombo(cboGravadoIVA, cboGravadoIVA->count(), QString::fromLatin1(kTotalGravados));
+        }
+    });
+}
+
+QString frmMODConcepto::NumeroListadoIVA() const { return TxtNumero->text(); }
+
+void frmMODConcepto::TrasEliminarIVA() { lstIVC_DetIVA->setFocus(); }
+
+bool frmMODConcepto::EsTotalGravados(const QString &texto) const { return texto == QLatin1String(kTotalGravados); }
+
+QString frmMODConcepto::MsgSinGravadoIVA() const { return QStringLiteral("debe seleccionar un valor gravado"); }
+
+QList<QComboBox *> frmMODConcepto::CombosEnlazados() const
+{
+    return {cboProv, cboTipo, cboGravadoIngBru, cboGravadoIVA};
+}
+
+bool frmMODConcepto::IVAValidar()
+{
+    try {
+        bool escribirIngBrutos = false;
+        // >>> Legacy gross income: an invoice of the earlier single-amount scheme, without
+        // >>> gross-income lines, is saved only once its old amount is given up.
+        if (legadoIngBrutos_ && lstIVC_detIngBru->topLevelItemCount() == 0 &&
+            S().oFormato->EsNumero(txtINGBRUOld->text()) > 0) {
+            if (S().mensajes->MsgBox(QStringLiteral("Esta factura tiene Ingresos brutos guardados con una versión "
+                                                    "anterior, desea cargar en cero(0)?."),
+                                     vb::vbYesNo + vb::vbQuestion) != vb::vbYes)
+                return false;
+            txtINGBRUOld->setText(QStringLiteral("0"));
+            txtINGBRUOld->setVisible(false);
+            lbINGBOld->setVisible(false);
+            escribirIngBrutos = true;
+        }
+        cboIdProv->setCurrentIndex(cboProv->currentIndex());
+        if (cboIdProv->count() == 0)
+            return Aviso(QStringLiteral("Debe seleccionar un Proveedor"));
+        if (Trim(TxtNumero->text()).isEmpty())
+            return Aviso(QStringLiteral("Debe ingresar un número de factura"));
+        if (!EsNumerico(TxtGrav->text()))
+            return Aviso(QStringLiteral("El Valor Gravado debe ser númerico"));
+        if (!EsNumerico(TxtNoGrav->text()))
+            return Aviso(QStringLiteral("El Valor No Gravado debe ser númerico"));
+        // A changed supplier alone is not checked: only a changed number.
+        if (Trim(Tag(TxtNumero)) != Trim(TxtNumero->text()) && Duplicado(TxtNumero->text()))
+            return false;
+        ReemplazarApostrofes();
+
+        const QString fecha = Format(QVariant(TxtFecha->text()), QStringLiteral("dd-mm-yyyy"));
+        QString sql = QStringLiteral("update IVC set ") + QStringLiteral("IVCFPERIOD = datevalue(") + Q(PeriodoActual()) +
+                      QStringLiteral("),") + QStringLiteral("IVCFCOMPRO = datevalue(") + Q(fecha) + QStringLiteral("),") +
+                      QStringLiteral("PRVSNRCUIT = ") + Q(cboIdProv->currentText()) + QStringLiteral(", ") +
+                      QStringLiteral("IVCSTIPFAC = ") + Q(cboTipo->currentText()) + u',' +
+                      QStringLiteral("IVCSNROFAC = ") + Q(TxtNumero->text()) + u',' +
+                      QStringLiteral("IVCDNOGRAV = ") + Q(TxtNoGrav->text()) + u',' +
+                      QStringLiteral("Descripcion = ") + Q(txtDescripcion->text()) + u',' +
+                      QStringLiteral("DescripcionExtra = ") + Q(txtDescripcionExtra->text()) + u',' +
+                      QStringLiteral("IVCDGRAVAD = ") + Q(lbGravTotal->text()) + u' ';
+        if (escribirIngBrutos)
+            sql += QStringLiteral(", IVCINGBRU = ") + Q(lbIngBrut->text()) + u' ';
+        // The row is found by what it was when the window opened; the tags are kept.
+        sql += QStringLiteral("where ") + QStringLiteral("USRSNRCUIT = ") + Q(S().CuitUsuario) + QStringLiteral(" and ") +
+               QStringLiteral("PRVSNRCUIT = ") + Q(Tag(cboIdProv)) + QStringLiteral(" and ") +
+               QStringLiteral("IVCSNROFAC = ") + Q(Tag(TxtNumero)) + u' ';
+        db().Ejecutar(sql);
+        guardado_ = true;
+        return true;
+    } catch (const oDB::ErrorBD &e) {
+        ReportarError(e.descripcion, e.numero, QStringLiteral(" - seccion [MORLA.frmModConcepto.IVAValidad]"));
+    } catch (const conv::ErrorConversion &e) {
+        ReportarError(e.descripcion, 13, QStringLiteral(" - seccion [MORLA.frmModConcepto.IVAValidad]"));
+    }
+    return false;
+}
+
+void frmMODConcepto::cmdGuardar_Click()
+{
+    IVAValidar();
+    RecargarPrincipal();
+}
+
+void frmMODConcepto::cmdCerrar_Click()
+{
+    if (!guardado_) {
+        if (S().mensajes->MsgBox(QStringLiteral("Desea salir sin guardar los datos"), vb::vbYesNo + vb::vbQuestion,
+                                 QStringLiteral("Confirmación")) != vb::vbYes)
+            return;
+    } else {
+        RecargarPrincipal();
+    }
+    activado_ = false;
+    CerrarVentana();
+}
+
+void frmMODConcepto::cmdCambiarPeriodo_Click()
+{
+    ConTrampa(Seccion(QStringLiteral("cmdCambiarPeriodo_Click")), [this] {
+        const QString periodo =
+            QStringLiteral("01/") + QString::number(cboMES->currentIndex() + 1) + u'/' + TxtYear->text();
+        // The supplier on screen, not the opening one; nothing else of the header is written.
+        db().Ejecutar(QStringLiteral("update IVC set IVCFPERIOD = ") + QStringLiteral("datevalue(") +
+                      Q(Format(QVariant(periodo), QStringLiteral("dd-mm-yyyy"))) + u')' +
+                      QStringLiteral(" where USRSNRCUIT = ") + Q(S().CuitUsuario) +
+                      QStringLiteral(" and PRVSNRCUIT = ") + Q(cboIdProv->currentText()) +
+                      QStringLiteral(" and IVCSNROFAC = ") + Q(Tag(TxtNumero)));
+        S().mensajes->MsgBox(QStringLiteral("Se ha cambiado CORRECTAMENTE el período"), vb::vbInformation);
+        RecargarPrincipal();
+        CerrarVentana();
+    });
+}
+
+bool frmMODConcepto::TeclaVentana(int tecla)
+{
+    if (tecla == Qt::Key_F11) {
+        cmdGuardar_Click();
+        return true;
+    }
+    if (tecla == Qt::Key_Escape) {
+        // Unlike "Cerrar", Esc asks nothing.
+        if (guardado_)
+            RecargarPrincipal();
+        CerrarVentana();
+        return true;
+    }
+    return false;
+}

@@ -1,0 +1,77 @@
+#pragma once
+// The modify-invoice window: changes an invoice that exists in IVC. The main window fills it
+// from the selected row of its list (Cargar) and shows it; every save is an update of the row
+// found by the supplier and number the invoice had when the window opened (the tags of
+// cboIdProv and TxtNumero). It can also move the invoice to another period ("Cambiar").
+
+#include "ui/invoice/VentanaConcepto.h"
+
+class QScrollBar;
+
+// The values of the main list's selected row that the window opens with.
+struct FilaFactura {
+    QString fecha;  // "dd/mm/yy", as the list shows it
+    QString tipo;
+    QString numero;
+    QString cuit;   // supplier CUIT
+    double gravado = 0;
+    double noGravado = 0;
+    double ingBrutos = 0;
+    double total = 0;
+    double ivarin = 0;
+};
+
+class frmMODConcepto : public VentanaConcepto
+{
+    Q_OBJECT
+public:
+    frmMODConcepto(Sesion &sesion, Principal *principal, QWidget *parent = nullptr);
+
+    // Fills the header fields and the tags from the selected row; the window reads the rest
+    // when it is first shown.
+    void Cargar(const FilaFactura &fila);
+
+    bool IVAValidar() override;
+    void cmdGuardar_Click() override;
+    void cmdCerrar_Click() override;
+    void cmdCambiarPeriodo_Click();
+
+    void MostrarDescripcion();
+    void Grav_DetList();
+
+    // The invoice carries a gross-income amount stored on its header by the earlier
+    // single-amount scheme (decided when its gross-income lines are listed).
+    bool LegadoIngBrutos() const { return legadoIngBrutos_; }
+    void setLegadoIngBrutos(bool legado) { legadoIngBrutos_ = legado; }
+
+    QLabel *lbINGBOld = nullptr;
+    QLineEdit *txtINGBRUOld = nullptr;
+    QComboBox *cboMES = nullptr;
+    QLineEdit *TxtYear = nullptr;
+    QScrollBar *VScroll = nullptr;
+    QPushButton *cmdCambiarPeriodo = nullptr;
+
+protected:
+    // The lines are read under the number on screen; the IVARIN rewrite keeps the opening one.
+    QString NumeroListadoIVA() const override;
+    void AntesDeListarIVA() override { SincronizarProvDesdeId(); }
+    // An invoice without VAT lines gets IVARIN 0 written on its header.
+    void SinLineasIVA() override { EscribirIVARIN(0); }
+    void TrasEliminarIVA() override;
+    // "[Total Gravados]" is recognised as written, case included.
+    bool EsTotalGravados(const QString &texto) const override;
+    QString MsgSinGravadoIVA() const override;
+    // This window links its two taxed-amount combos to the input controller as well.
+    QList<QComboBox *> CombosEnlazados() const override;
+    // F11 saves; Esc closes at once (reloading the main window after a save).
+    bool TeclaVentana(int tecla) override;
+    void showEvent(QShowEvent *ev) override;
+
+private:
+    void Activar();
+
+    QString cuitApertura_;
+    QString tipoApertura_;
+    bool activado_ = false;
+    bool legadoIngBrutos_ = false;
+};
