@@ -14,8 +14,10 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
 #include <QTableWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace {
 
@@ -119,8 +121,8 @@ frmLSTPROV::frmLSTPROV(Sesion &s, QWidget *parent) : QWidget(parent), s_(s)
     const QFontMetrics fm = cGRID->fontMetrics();
     const int anchoCuit = std::max(kAnchoCuit / kTwipsPorPixel,
                                    fm.horizontalAdvance(QStringLiteral("00-00000000-0")) + 16);
-    const int anchoNombre = std::max(kAnchoNombre / kTwipsPorPixel,
-                                     lbTeclas->fontMetrics().horizontalAdvance(kTeclasExaminar) + 40 - anchoCuit);
+    const int anchoNombre = std::max({kAnchoNombre / kTwipsPorPixel, fm.averageCharWidth() * 40,
+                                      lbTeclas->fontMetrics().horizontalAdvance(kTeclasExaminar) + 40 - anchoCuit});
     cGRID->setColumnWidth(0, anchoCuit);
     cGRID->setColumnWidth(1, anchoNombre);
     const int marco = 2 * cGRID->frameWidth();
@@ -374,6 +376,27 @@ bool frmLSTPROV::eventFilter(QObject *obj, QEvent *ev)
         }
     }
     return QWidget::eventFilter(obj, ev);
+}
+
+void frmLSTPROV::showEvent(QShowEvent *e)
+{
+    // The first time it opens over the window that opened it, its top a little below that
+    // window's top, so the frame has room to grow downwards.
+    if (!ubicada_ && parentWidget()) {
+        ubicada_ = true;
+        const QRect padre = parentWidget()->window()->frameGeometry();
+        int x = padre.left() + (padre.width() - width()) / 2;
+        int y = padre.top() + 40;
+        // Both faces stay on the screen.
+        if (const QScreen *pantalla = parentWidget()->screen()) {
+            const QRect libre = pantalla->availableGeometry();
+            const int alto = height() + (Frame1->isVisible() ? 0 : Frame1->sizeHint().height());
+            x = std::clamp(x, libre.left(), std::max(libre.left(), libre.right() - width()));
+            y = std::clamp(y, libre.top(), std::max(libre.top(), libre.bottom() - alto - 30));
+        }
+        move(x, y);
+    }
+    QWidget::showEvent(e);
 }
 
 void frmLSTPROV::keyPressEvent(QKeyEvent *e)

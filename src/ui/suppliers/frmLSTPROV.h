@@ -60,6 +60,7 @@ public:
 protected:
     bool eventFilter(QObject *obj, QEvent *ev) override;
     void keyPressEvent(QKeyEvent *e) override;
+    void showEvent(QShowEvent *e) override;
 
 private:
     void Form_Load();
@@ -68,5 +69,6 @@ private:
 
     Sesion &s_;
     int estado_ = 0;
+    bool ubicada_ = false;
     std::vector<ClCntrl *> controladores_;
 };
