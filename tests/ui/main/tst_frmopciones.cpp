@@ -24,8 +24,8 @@ private slots:
     void cleanup();
     void propuesta_data();
     void propuesta();
-    void diciembre2005();
-    void eligeEmpresa();
+    void empresaYDiciembre2005();
+    void mesSinCeroAdelante();
     void escCancela();
     void enterPasaAlSiguiente_data();
     void enterPasaAlSiguiente();
@@ -50,7 +50,7 @@ void TstFrmOpciones::init()
     libro->Empresa(kBeta, QStringLiteral("Beta SRL"), QStringLiteral("N"));
     libro->Empresa(kAlfa, QStringLiteral("Alfa SA"));
     libro->Proveedor(QStringLiteral("30-7"), QStringLiteral("Proveedor"));
-    libro->Factura(kAlfa, QStringLiteral("30-7"), QStringLiteral("01/12/2005"), QStringLiteral("02/12/2005"),
+    libro->Factura(kBeta, QStringLiteral("30-7"), QStringLiteral("01/12/2005"), QStringLiteral("02/12/2005"),
                    QStringLiteral("A"), QStringLiteral("1"), 100, 0, 21, 0);
     principal = std::make_unique<frmMAIN>(libro->S());
 }
@@ -114,9 +114,10 @@ void TstFrmOpciones::propuesta()
     QCOMPARE(libro->S().Periodo, periodoSesion);
 }
 
-void TstFrmOpciones::diciembre2005()
+void TstFrmOpciones::empresaYDiciembre2005()
 {
     auto f = Abrir(kAlfa, QStringLiteral("01/11/2026"));
+    QTest::keyClick(f->cboUSR, Qt::Key_Down);
     QTest::keyClick(f->cboMES, Qt::Key_End);
     QCOMPARE(f->cboMES->currentText(), QStringLiteral("DICIEMBRE"));
     QTest::keyClick(f->TxtYear, Qt::Key_A, Qt::ControlModifier);
@@ -126,33 +127,30 @@ void TstFrmOpciones::diciembre2005()
     const Sesion &s = libro->S();
     QVERIFY(!s.Cancelado);
     QVERIFY(!f->isVisible());
-    QCOMPARE(s.MesPeriodo, qint16(12));
-    QCOMPARE(s.Periodo, QStringLiteral("01/12/2005"));
-    QCOMPARE(s.PeriodoDesde, QStringLiteral("01/12/2005"));
-    QCOMPARE(s.PeriodoHasta, QStringLiteral("31/12/2004"));
-    QCOMPARE(Recordado("USRSNROCUIT"), kAlfa);
-    QCOMPARE(Recordado("IVCFPERIOD"), QStringLiteral("01/12/2005"));
-    // The main window shows the chosen period.
-    QCOMPARE(principal->Grd->Rows(), 2);
-    QCOMPARE(principal->Grd->TextMatrix(1, 0), QStringLiteral("02/12/05"));
-    QCOMPARE(principal->LbTot->text(), QStringLiteral("121,00"));
-}
-
-void TstFrmOpciones::eligeEmpresa()
-{
-    auto f = Abrir(kAlfa, QStringLiteral("01/03/2005"));
-    QTest::keyClick(f->cboUSR, Qt::Key_Down);
-    QTest::keyClick(f->cboUSR, Qt::Key_F11);
-    const Sesion &s = libro->S();
     QCOMPARE(s.CuitUsuario, kBeta);
     QCOMPARE(s.NombreUsuario, QStringLiteral("Beta SRL"));
     QCOMPARE(s.ConIva, QStringLiteral("N"));
     QCOMPARE(s.DomicilioUsuario, QStringLiteral("Calle 1"));
     QCOMPARE(s.EmailUsuario, QStringLiteral("info@empresa.com.ar"));
-    QCOMPARE(s.Periodo, QStringLiteral("01/3/2005"));
-    QCOMPARE(s.PeriodoHasta, QStringLiteral("31/03/2005"));
+    QCOMPARE(s.MesPeriodo, qint16(12));
+    QCOMPARE(s.Periodo, QStringLiteral("01/12/2005"));
+    QCOMPARE(s.PeriodoDesde, QStringLiteral("01/12/2005"));
+    QCOMPARE(s.PeriodoHasta, QStringLiteral("31/12/2004"));
+    QCOMPARE(Recordado("USRSNROCUIT"), kBeta);
+    QCOMPARE(Recordado("IVCFPERIOD"), QStringLiteral("01/12/2005"));
+    // The main window shows the chosen company and period.
+    QCOMPARE(principal->Grd->Rows(), 2);
+    QCOMPARE(principal->Grd->TextMatrix(1, 0), QStringLiteral("02/12/05"));
+    QCOMPARE(principal->LbTot->text(), QStringLiteral("121,00"));
+}
+
+void TstFrmOpciones::mesSinCeroAdelante()
+{
+    auto f = Abrir(kAlfa, QStringLiteral("01/03/2005"));
+    QTest::keyClick(f->cboUSR, Qt::Key_F11);
+    QCOMPARE(libro->S().Periodo, QStringLiteral("01/3/2005"));
+    QCOMPARE(libro->S().PeriodoHasta, QStringLiteral("31/03/2005"));
     QCOMPARE(Recordado("IVCFPERIOD"), QStringLiteral("01/3/2005"));
-    QCOMPARE(principal->LbTot->text(), QStringLiteral("00,00"));
 }
 
 void TstFrmOpciones::escCancela()
@@ -206,22 +204,23 @@ void TstFrmOpciones::barraDelAnio()
 
 void TstFrmOpciones::empresaBorradaAlConfirmar()
 {
-    auto f = Abrir(kBeta, QStringLiteral("01/12/2005"));
+    auto f = Abrir(kAlfa, QStringLiteral("01/12/2005"));
     libro->Ejecutar(QStringLiteral("personal.mdb"), {QStringLiteral("delete from USR where USRSNRCUIT = '%1'").arg(kBeta)});
+    QTest::keyClick(f->cboUSR, Qt::Key_Down);
     QTest::keyClick(f->cboMES, Qt::Key_Up);
     QTest::keyClick(f->cboMES, Qt::Key_F11);
     const Sesion &s = libro->S();
     QCOMPARE(libro->Mensajes().Ultimo(), QStringLiteral("No se encuentra la información de este usuario."));
     QCOMPARE(libro->Mensajes().UltimoEstilo(), int(vb::vbCritical));
     // The company changed; the period and the remembered choice did not; the window closed and
-    // the main list followed the new company.
+    // the main list shows the new company in the old period.
+    QCOMPARE(s.CuitUsuario, kBeta);
     QCOMPARE(s.NombreUsuario, QStringLiteral("Beta SRL"));
     QCOMPARE(s.PeriodoDesde, QStringLiteral("01/12/2005"));
     QVERIFY(!s.Cancelado);
     QVERIFY(!f->isVisible());
-    QCOMPARE(Recordado("IVCFPERIOD"), QStringLiteral("01/12/2005"));
-    QCOMPARE(principal->Grd->Rows(), 2);
-    QCOMPARE(principal->Grd->TextMatrix(1, 2), QString());
+    QCOMPARE(Recordado("USRSNROCUIT"), kAlfa);
+    QCOMPARE(principal->Grd->TextMatrix(1, 0), QStringLiteral("02/12/05"));
 }
 
 void TstFrmOpciones::baseInexistente()
