@@ -1,9 +1,11 @@
 #include "common/Libro.h"
 #include "common/MensajesGuion.h"
+#include "ui/invoice/frmADDConcepto.h"
 #include "ui/main/frmMAIN.h"
 #include "ui/main/GrillaFlex.h"
 #include "ui/suppliers/frmLSTPROV.h"
 
+#include <QComboBox>
 #include <QLineEdit>
 #include <QTableWidget>
 #include <QtTest>
@@ -16,6 +18,7 @@ private slots:
     void init();
     void cleanup();
     void f5AbreLaVentanaNoModal();
+    void proveedorNuevoEnLaFacturaQueSeAbreDespues();
 
 private:
     frmLSTPROV *Abierta() const
@@ -87,6 +90,28 @@ void TstF5Proveedores::f5AbreLaVentanaNoModal()
     QVERIFY(prov);
     QCOMPARE(prov->FilasGrilla(), 3);
     QCOMPARE(prov->cGRID->item(0, 1)->text(), QStringLiteral("Alfa"));
+}
+
+void TstF5Proveedores::proveedorNuevoEnLaFacturaQueSeAbreDespues()
+{
+    libro->Empresa(QStringLiteral("20-9"), QStringLiteral("Empresa"));
+    libro->Periodo(QStringLiteral("20-9"), QStringLiteral("01/11/2026"));
+    QTest::keyClick(principal->Grd, Qt::Key_F5);
+    QTRY_COMPARE(QApplication::activeWindow(), Abierta());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Insert);
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("30-2"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("Alfa"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F11);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QTRY_VERIFY(!Abierta());
+
+    frmADDConcepto factura(libro->S(), principal.get(), principal.get());
+    factura.show();
+    QCOMPARE(factura.cboProv->count(), 2);
+    QCOMPARE(factura.cboProv->itemText(0), QStringLiteral("Alfa"));
+    QCOMPARE(factura.cboIdProv->itemText(0), QStringLiteral("30-2"));
+    QCOMPARE(factura.cboProv->itemText(1), QStringLiteral("Beta"));
 }
 
 QTEST_MAIN(TstF5Proveedores)
