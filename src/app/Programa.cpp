@@ -1,6 +1,7 @@
 #include "app/Programa.h"
 
 #include "app/core/Sesion.h"
+#include "ui/common/DialogoGuardarQt.h"
 #include "ui/common/MensajesQt.h"
 #include "ui/main/Arranque.h"
 #include "ui/main/frmMAIN.h"
@@ -21,6 +22,8 @@ int EjecutarPrograma(int &argc, char **argv, const QString &dirAjustes)
     Sesion sesion{Ajustes(dirAjustes)};
     MensajesQt mensajes;
     sesion.mensajes = &mensajes;
+    DialogoGuardarQt dialogo;
+    sesion.dialogo = &dialogo;
 
     QPointer<frmMAIN> principal = new frmMAIN(sesion);
     principal->setAttribute(Qt::WA_DeleteOnClose);

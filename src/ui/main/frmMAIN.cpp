@@ -2,6 +2,7 @@
 
 #include "app/core/Sesion.h"
 #include "data/Convenciones.h"
+#include "reports/Exportar.h"
 #include "reports/LibroImpreso.h"
 #include "ui/common/CerrarVentana.h"
 #include "ui/main/GrillaFlex.h"
@@ -212,6 +213,13 @@ bool frmMAIN::Form_KeyDown(int tecla)
     case vb::vbKeyF6:
         AbrirOpciones();
         return true;
+    case vb::vbKeyF10: {
+        // The spreadsheet and the two tax-authority files of the period, columns separated by
+        // a TAB; the save dialog belongs to this window.
+        QString separador = QStringLiteral("\t");
+        GenerarReporte(s_, separador, this);
+        return true;
+    }
     case vb::vbKeyF12:
         // The ledger with the print fields as they are on screen; nothing is saved. Lines per
         // page beyond a 16-bit integer end the key quietly.
