@@ -5,7 +5,6 @@
 #include "app/core/Impresora.h"
 
 #include <QList>
-#include <QString>
 #include <QStringList>
 
 class ImpresoraGrabadora : public Impresora
@@ -34,20 +33,14 @@ public:
     }
     void EndDoc() override { ++documentos; }
 
-    // The texts of one sheet, in order.
-    QStringList Textos(int hoja) const
-    {
-        QStringList out;
-        for (const Linea &l : hojas.value(hoja))
-            out << l.texto;
-        return out;
-    }
-    // Every line printed, all sheets together.
-    QStringList Todo() const
+    // The texts of one sheet, or of all sheets together (hoja -1), in order.
+    QStringList Textos(int hoja = -1) const
     {
         QStringList out;
         for (int i = 0; i < hojas.size(); ++i)
-            out << Textos(i);
+            if (hoja < 0 || i == hoja)
+                for (const Linea &l : hojas[i])
+                    out << l.texto;
         return out;
     }
 

@@ -20,9 +20,7 @@ private slots:
     void resumenSoloDondeHayFilas();
     void paginas_data();
     void paginas();
-    void paginasDelLibro();
     void paginasSinCuerpoSinHojaNueva();
-    void lineasPorHojaCero();
     void apostrofeTerminaEnLaTrampa();
 
 private:
@@ -52,6 +50,15 @@ const QString kTitulos = J({B(5) + "FECHA", "TIPO", B(11) + "FAC NRO", B(7) + "C
 const QString kRegla = J({G(10), G(4), G(18), G(11), G(50), G(10), G(10), G(10), G(10), G(10)});
 const QString kSubtitulo = B(94) + J({"  IVA", "Descripción" + B(19), B(5) + "Valor"});
 const QString kSubregla = B(91) + J({G(5), G(30), G(10)});
+
+// "linea 1" ... "linea n", separated by CR LF.
+QString Numeradas(int n)
+{
+    QStringList l;
+    for (int i = 1; i <= n; ++i)
+        l << QStringLiteral("linea %1").arg(i);
+    return l.join(QStringLiteral("\r\n"));
+}
 
 QString Texto(const QStringList &lineas) { return lineas.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n"); }
 
@@ -257,98 +264,47 @@ void TstLibroImpreso::paginas()
     QFETCH(int, lineas);
     QFETCH(int, porHoja);
     QFETCH(QList<int>, cuerpos);
-
-    QStringList texto;
-    for (int i = 1; i <= lineas; ++i)
-        texto << QStringLiteral("linea %1").arg(i);
     ImpresoraGrabadora imp;
-    libro::ImprimirPaginas(imp, texto.join(QStringLiteral("\r\n")), QStringLiteral("ENCABEZADO"), 9,
-                           qint16(porHoja));
+    libro::ImprimirPaginas(imp, Numeradas(lineas), QStringLiteral("ENC"), 9, qint16(porHoja));
 
     QCOMPARE(imp.FontName(), QStringLiteral("Courier New"));
     QCOMPARE(imp.documentos, 1);
     QCOMPARE(imp.hojas.size(), cuerpos.size());
-    const int total = int(cuerpos.size());
     int siguiente = 1;
-    for (int h = 0; h < total; ++h) {
-        const auto &hoja = imp.hojas[h];
-        QCOMPARE(hoja.size(), 3 + cuerpos[h] + 1);
-        // Header: an empty line and the header at the size + 1, an empty line at the size.
-        QCOMPARE(hoja[0].texto, QString());
-        QCOMPARE(hoja[0].puntos, 10.0);
-        QCOMPARE(hoja[1].texto, QStringLiteral("ENCABEZADO"));
-        QCOMPARE(hoja[1].puntos, 10.0);
-        QCOMPARE(hoja[2].texto, QString());
-        QCOMPARE(hoja[2].puntos, 9.0);
-        for (int i = 0; i < cuerpos[h]; ++i) {
-            QCOMPARE(hoja[3 + i].texto, QStringLiteral("linea %1").arg(siguiente++));
-            QCOMPARE(hoja[3 + i].puntos, 9.0);
-        }
-        const QString pie = QStringLiteral("Pagina %1 de %2").arg(h + 1).arg(total);
-        QCOMPARE(hoja.last().texto, B(149 - int(pie.size())) + pie);
-        QCOMPARE(hoja.last().puntos, 9.0);
+    for (int h = 0; h < cuerpos.size(); ++h) {
+        // The header's empty line and header line at the size + 1, the rest at the size.
+        QStringList textos{QString(), QStringLiteral("ENC"), QString()};
+        QList<double> puntos{10, 10, 9};
+        for (int i = 0; i < cuerpos[h]; ++i, puntos << 9)
+            textos << QStringLiteral("linea %1").arg(siguiente++);
+        const QString pie = QStringLiteral("Pagina %1 de %2").arg(h + 1).arg(cuerpos.size());
+        textos << B(149 - int(pie.size())) + pie;
+        puntos << 9;
+        QCOMPARE(imp.Textos(h), textos);
+        QList<double> impresos;
+        for (const auto &l : imp.hojas[h])
+            impresos << l.puntos;
+        QCOMPARE(impresos, puntos);
     }
     QCOMPARE(siguiente, lineas + 1);
 }
 
-void TstLibroImpreso::paginasDelLibro()
-{
-    // 40 invoices without detail lines: 4 heading lines, 40 main lines and 7 closing lines
-    // (totals, others, gross income, untaxed, total) and the empty line after the last CR LF.
-    for (int i = 1; i <= 40; ++i)
-        libro->Factura(kEmpresa, kFerreteria, "01/03/2026", "05/03/2026", "A",
-                       QStringLiteral("0001-%1").arg(i, 8, 10, QLatin1Char('0')), 100, 0, 21, 0);
-    const QStringList lineas = libro::CortarLineas(libro::ComponerLibro(S()));
-    QCOMPARE(lineas.size(), 4 + 40 + 6 + 1);
-    QCOMPARE(lineas.last(), QString());
-    QCOMPARE(libro::TotalPaginas(lineas.size(), 30), 2);
-
-    ImpresoraGrabadora imp;
-    QVERIFY(ImprimirLibro(S(), imp, 9, 30));
-    QCOMPARE(imp.hojas.size(), 2);
-    QCOMPARE(imp.Textos(0).mid(3, 27), lineas.mid(0, 27));
-    QCOMPARE(imp.Textos(1).mid(3, 24), lineas.mid(27));
-    QCOMPARE(imp.Textos(1).last(), B(136) + QStringLiteral("Pagina 2 de 2"));
-    QCOMPARE(imp.hojas[1].size(), 3 + 24 + 1);
-    QVERIFY(imp.Todo().filter(QStringLiteral("0001-00000040")).size() == 1);
-}
-
 void TstLibroImpreso::paginasSinCuerpoSinHojaNueva()
 {
-    // 27 lines at 30 a page: the count says two pages, the body fills one. The second page's
-    // header and footer follow on the same sheet, with no new page before them; with 4 a
-    // page the count falls short of the body, whose rest is not printed, and the new page
-    // still asked for after the last footer leaves an empty sheet.
-    QStringList texto;
-    for (int i = 1; i <= 27; ++i)
-        texto << QStringLiteral("linea %1").arg(i);
+    // 27 lines at 30 a page: the count says two pages, the body fills one; the second page's
+    // header and footer follow on the same sheet, no new page before them.
     ImpresoraGrabadora imp;
-    libro::ImprimirPaginas(imp, texto.join(QStringLiteral("\r\n")), QStringLiteral("ENC"), 9, 30);
+    libro::ImprimirPaginas(imp, Numeradas(27), QStringLiteral("ENC"), 9, 30);
     QCOMPARE(imp.hojas.size(), 1);
-    const QStringList hoja = imp.Textos(0);
-    QCOMPARE(hoja.size(), 3 + 27 + 1 + 3 + 1);
-    QCOMPARE(hoja[30], B(136) + QStringLiteral("Pagina 1 de 2"));
-    QCOMPARE(hoja.mid(31), (QStringList{QString(), QStringLiteral("ENC"), QString(),
-                                        B(136) + QStringLiteral("Pagina 2 de 2")}));
-
+    QCOMPARE(imp.Textos(0).mid(30), (QStringList{B(136) + "Pagina 1 de 2", QString(), "ENC", QString(),
+                                                 B(136) + "Pagina 2 de 2"}));
+    // 10 lines at 4 a page: six pages of one line; the rest of the body is not printed, and
+    // the new page asked for after the last footer leaves an empty sheet.
     ImpresoraGrabadora corta;
-    libro::ImprimirPaginas(corta, texto.mid(0, 10).join(QStringLiteral("\r\n")), QStringLiteral("ENC"), 9, 4);
-    QCOMPARE(libro::TotalPaginas(10, 4), 6);
+    libro::ImprimirPaginas(corta, Numeradas(10), QStringLiteral("ENC"), 9, 4);
     QCOMPARE(corta.hojas.size(), 7);
-    QCOMPARE(corta.Textos(5).mid(3, 1), QStringList{QStringLiteral("linea 6")});
+    QCOMPARE(corta.Textos(5).mid(3), (QStringList{"linea 6", B(136) + "Pagina 6 de 6"}));
     QVERIFY(corta.hojas[6].isEmpty());
-    QCOMPARE(corta.documentos, 1);
-}
-
-void TstLibroImpreso::lineasPorHojaCero()
-{
-    ImpresoraGrabadora imp;
-    QVERIFY(!ImprimirLibro(S(), imp, 9, 0));
-    QVERIFY(imp.hojas.isEmpty());
-    QCOMPARE(libro->Mensajes().mostrados.size(), 1);
-    QCOMPARE(libro->Mensajes().Ultimo(),
-             QStringLiteral("División por cero\r\n\r\n11 - Seccion [MORLAxDLL.modGBPROC.ImprimirLibro]"));
-    QCOMPARE(libro->Mensajes().UltimoEstilo(), int(vb::vbCritical));
 }
 
 void TstLibroImpreso::apostrofeTerminaEnLaTrampa()

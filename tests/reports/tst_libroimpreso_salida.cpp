@@ -20,13 +20,10 @@ private slots:
     void init();
     void cleanup();
     void textoEnLatin1PorPaginas();
-    void textoNoSeEscribeSiFalla();
     void pdfApaisadoLegalConLetraFija();
     void pdfHojaLlenaPasaALaSiguiente();
     void pdfEnCarpetaInexistente();
-    void lineaEntraEnLaHoja_data();
-    void lineaEntraEnLaHoja();
-    void impresoraDeLaSesion();
+    void lineasEntranEnLaHoja();
     void sinImpresorasVaAPdfEnDocumentos();
 
 private:
@@ -91,15 +88,6 @@ void TstLibroImpresoSalida::textoEnLatin1PorPaginas()
     QVERIFY(bytes.endsWith("Pagina 3 de 3\r\n"));
 }
 
-void TstLibroImpresoSalida::textoNoSeEscribeSiFalla()
-{
-    const QString ruta = libro->Carpeta() + QStringLiteral("libro.txt");
-    ImpresoraTexto texto(ruta);
-    QVERIFY(!ImprimirLibro(S(), texto, 9, 0));
-    QVERIFY(!QFile::exists(ruta));
-    QCOMPARE(libro->Mensajes().UltimoEstilo(), int(vb::vbCritical));
-}
-
 void TstLibroImpresoSalida::pdfApaisadoLegalConLetraFija()
 {
     const QString ruta = libro->Carpeta() + QStringLiteral("libro.pdf");
@@ -146,43 +134,21 @@ void TstLibroImpresoSalida::pdfEnCarpetaInexistente()
     QVERIFY(libro->Mensajes().Ultimo().startsWith(QStringLiteral("No se puede crear el archivo")));
 }
 
-void TstLibroImpresoSalida::lineaEntraEnLaHoja_data()
+void TstLibroImpresoSalida::lineasEntranEnLaHoja()
 {
-    QTest::addColumn<double>("puntos");
-    QTest::addColumn<int>("caracteres");
-    QTest::newRow("cuerpo a 9") << 9.0 << libro::kAnchoLinea;
-    // A header with a company name of 40 characters and a CUIT with its dashes.
-    QTest::newRow("encabezado a 10") << 10.0 << 40 + 9 + 13 + 56 + 8 + 10 + 7 + 10;
-}
-
-void TstLibroImpresoSalida::lineaEntraEnLaHoja()
-{
-    QFETCH(double, puntos);
-    QFETCH(int, caracteres);
-    // Measured in points on a PDF page set up as the printer sets it up.
+    // Measured in points on a page set up as the printers set it up: a main line at 9 points
+    // and a header at 10 with a company name of 40 characters and a CUIT with its dashes.
     QBuffer nada;
     nada.open(QIODevice::WriteOnly);
     QPdfWriter hoja(&nada);
     hoja.setResolution(72);
     hoja.setPageLayout(QPageLayout(QPageSize(QPageSize::Legal), QPageLayout::Landscape,
                                    QMarginsF(10, 10, 10, 10), QPageLayout::Millimeter));
-    QFont f(ImpresoraQt::FamiliaFija(QStringLiteral("Courier New")));
-    f.setPointSizeF(puntos);
-    const QFontMetricsF m(f, &hoja);
-    QVERIFY2(m.horizontalAdvance(QString(caracteres, u'M')) <= hoja.width(),
-             qPrintable(QStringLiteral("%1 > %2").arg(m.horizontalAdvance(QString(caracteres, u'M'))).arg(hoja.width())));
-}
-
-void TstLibroImpresoSalida::impresoraDeLaSesion()
-{
-    ImpresoraGrabadora grabadora;
-    S().impresora = &grabadora;
-    QVERIFY(ImprimirLibro(S(), 9.5, 30));
-    QCOMPARE(grabadora.documentos, 1);
-    QCOMPARE(grabadora.hojas.size(), 2);
-    QCOMPARE(grabadora.hojas[0][1].puntos, 10.5);
-    QCOMPARE(grabadora.hojas[0][3].puntos, 9.5);
-    QVERIFY(libro->Mensajes().mostrados.isEmpty());
+    for (auto [puntos, caracteres] : {std::pair{9.0, libro::kAnchoLinea}, std::pair{10.0, 40 + 9 + 13 + 56 + 35}}) {
+        QFont f(ImpresoraQt::FamiliaFija(QStringLiteral("Courier New")));
+        f.setPointSizeF(puntos);
+        QVERIFY(QFontMetricsF(f, &hoja).horizontalAdvance(QString(caracteres, u'M')) <= hoja.width());
+    }
 }
 
 void TstLibroImpresoSalida::sinImpresorasVaAPdfEnDocumentos()
