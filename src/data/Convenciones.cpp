@@ -4,6 +4,7 @@
 #include <QRegularExpression>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 
 namespace conv {
 
@@ -143,32 +144,49 @@ QString NumeroATexto(double n)
 {
     if (n == 0)
         return QStringLiteral("0");
-    char buf[64];
-    std::snprintf(buf, sizeof buf, "%.15g", n);
-    QString s = QString::fromLatin1(buf);
-    if (s.contains(u'e')) {
+    // Whole amounts, the most common, without the floating-point writer.
+    if (std::fabs(n) < 1e15 && n == std::trunc(n))
+        return QString::number(qlonglong(n));
+    char buf[400];
+    int len = std::snprintf(buf, sizeof buf, "%.15g", n);
+    if (std::memchr(buf, 'e', size_t(len))) {
         // Very large or small numbers: write them out plainly.
-        std::snprintf(buf, sizeof buf, "%.15f", n);
-        s = QString::fromLatin1(buf);
-        if (s.contains(u'.')) {
-            while (s.endsWith(u'0'))
-                s.chop(1);
-            if (s.endsWith(u'.'))
-                s.chop(1);
+        len = std::snprintf(buf, sizeof buf, "%.15f", n);
+        if (std::memchr(buf, '.', size_t(len))) {
+            while (len > 0 && buf[len - 1] == '0')
+                --len;
+            if (len > 0 && buf[len - 1] == '.')
+                --len;
         }
     }
-    s.replace(u'.', u',');
-    return s;
+    for (int i = 0; i < len; ++i)
+        if (buf[i] == '.')
+            buf[i] = ',';
+    return QString::fromLatin1(buf, len);
 }
+
+namespace {
+// Powers of ten of the usual decimals, exact, without calling pow for each value.
+double Potencia10(int e)
+{
+    static const double tabla[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8,
+                                   1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    return e >= 0 && e < 16 ? tabla[e] : std::pow(10.0, e);
+}
+} // namespace
 
 double Redondear(double n, int decimales)
 {
     // Round the value as it reads in decimal: 2.675 is held as 2.67499999..., but a person
-    // reading "2,675" expects "2,68". A nudge far below the 15 significant digits the program
-    // keeps brings such halves back to their decimal reading.
-    const double v = n * std::pow(10.0, decimales);
-    const double r = std::round(v + std::copysign(std::fabs(v) * 1e-13 + 1e-9, v));
-    const double out = r / std::pow(10.0, decimales);
+    // reading "2,675" expects "2,68". A nudge of a few units in the last binary place, below the
+    // 15 significant digits the program keeps, brings such halves back to their decimal reading
+    // and leaves every digit a person can see alone. From 2^52 on a double holds no fraction
+    // and needs none.
+    const double f = Potencia10(decimales);
+    const double v = n * f;
+    const double a = std::fabs(v);
+    const double r = std::round(a < 4503599627370496.0 ? v + std::copysign(a * 1e-15, v) : v);
+    const double out = r / f;
     return out == 0 ? 0.0 : out;
 }
 
@@ -190,64 +208,121 @@ bool EsPatronNumerico(const QString &p)
 
 QString FormatoNumero(double n, const QString &patron)
 {
-    const qsizetype punto = patron.indexOf(u'.');
-    const QString parteEntera = punto < 0 ? patron : patron.left(punto);
-    const QString parteDecimal = punto < 0 ? QString() : patron.mid(punto + 1);
-    const int decimales = int(parteDecimal.size());
-    const int minDecimales = int(parteDecimal.count(u'0'));
-    const int minEnteros = int(parteEntera.count(u'0'));
+    // Digits of the pattern: how many decimals, and how many integer and decimal places are
+    // always shown ("0"), the others ("#") only when they carry a digit.
+    int decimales = 0, minDecimales = 0, minEnteros = 0;
+    bool punto = false;
+    for (QChar c : patron) {
+        if (c == u'.')
+            punto = true;
+        else if (punto)
+            ++decimales, minDecimales += c == u'0';
+        else
+            minEnteros += c == u'0';
+    }
 
     const double r = Redondear(n, decimales);
     const bool negativo = r < 0;
-    char buf[64];
-    std::snprintf(buf, sizeof buf, "%.*f", decimales, std::fabs(r));
-    QString s = QString::fromLatin1(buf);
-    QString ent = s, dec;
-    if (const qsizetype p = s.indexOf(u'.'); p >= 0) {
-        ent = s.left(p);
-        dec = s.mid(p + 1);
+    char buf[400]; // the widest double written with %f, with its decimals
+    int len;
+    const double escalado = std::fabs(r) * Potencia10(decimales);
+    if (decimales <= 15 && escalado < 4e15) {
+        // The rounded value is a whole number of its smallest unit: its digits are those "%.*f"
+        // would write, without the cost of the floating-point writer.
+        unsigned long long unidades = (unsigned long long)std::llround(escalado);
+        char inv[32];
+        int k = 0;
+        do {
+            inv[k++] = char('0' + unidades % 10);
+            unidades /= 10;
+        } while (unidades);
+        while (k < decimales + 1)
+            inv[k++] = '0';
+        len = 0;
+        for (int i = k - 1; i >= 0; --i) {
+            if (i == decimales - 1)
+                buf[len++] = '.';
+            buf[len++] = inv[i];
+        }
+    } else {
+        len = std::snprintf(buf, sizeof buf, "%.*f", decimales, std::fabs(r));
     }
-    while (dec.size() > minDecimales && dec.endsWith(u'0'))
-        dec.chop(1);
-    if (ent == QLatin1String("0") && minEnteros == 0)
-        ent.clear();
-    while (ent.size() < minEnteros)
-        ent.prepend(u'0');
-    QString out = ent;
-    if (!dec.isEmpty() || (punto >= 0 && minDecimales > 0))
-        out += u',' + dec;
-    if (negativo && (out.contains(QRegularExpression(QStringLiteral("[1-9]")))))
-        out.prepend(u'-');
-    return out;
+    const char *p = static_cast<const char *>(std::memchr(buf, '.', size_t(len)));
+    int entLen = p ? int(p - buf) : len;
+    const char *dec = p ? p + 1 : buf + len;
+    int decLen = p ? len - entLen - 1 : 0;
+    while (decLen > minDecimales && dec[decLen - 1] == '0')
+        --decLen;
+    if (entLen == 1 && buf[0] == '0' && minEnteros == 0)
+        entLen = 0;
+
+    char out[480];
+    int o = 0;
+    // A value that shows no digit but zeros carries no sign.
+    bool cifra = false;
+    for (int i = 0; i < entLen && !cifra; ++i)
+        cifra = buf[i] != '0';
+    for (int i = 0; i < decLen && !cifra; ++i)
+        cifra = dec[i] != '0';
+    if (negativo && cifra)
+        out[o++] = '-';
+    for (int i = entLen; i < minEnteros; ++i)
+        out[o++] = '0';
+    std::memcpy(out + o, buf, size_t(entLen));
+    o += entLen;
+    if (decLen > 0 || (punto && minDecimales > 0)) {
+        out[o++] = ',';
+        std::memcpy(out + o, dec, size_t(decLen));
+        o += decLen;
+    }
+    return QString::fromLatin1(out, o);
 }
 
 bool EsPatronFecha(const QString &p)
 {
-    static const QRegularExpression re(QStringLiteral("^[dmy/\\-. ]+$"));
-    return re.match(p).hasMatch();
+    if (p.isEmpty())
+        return false;
+    for (QChar c : p)
+        if (c != u'd' && c != u'm' && c != u'y' && c != u'/' && c != u'-' && c != u'.' && c != u' ')
+            return false;
+    return true;
+}
+
+// Appends a number of at least the given digits, zero-padded, as %0*d does.
+void Cifras(QString &out, int v, int minimo)
+{
+    if (v < 0 || v > 9999) {
+        out += QString::asprintf("%0*d", minimo, v);
+        return;
+    }
+    const int digitos = v >= 1000 ? 4 : v >= 100 ? 3 : v >= 10 ? 2 : 1;
+    for (int i = digitos; i < minimo; ++i)
+        out += u'0';
+    static const int pot[] = {1, 10, 100, 1000};
+    for (int i = digitos - 1; i >= 0; --i)
+        out += QChar(u'0' + (v / pot[i]) % 10);
 }
 
 QString FormatoFecha(const QDate &d, const QString &patron)
 {
     QString out;
+    out.reserve(patron.size() + 2);
     qsizetype i = 0;
     while (i < patron.size()) {
         const QChar c = patron[i];
         qsizetype n = 1;
         while (i + n < patron.size() && patron[i + n] == c)
             ++n;
-        if (c == u'd') {
-            out += n >= 2 ? QString::asprintf("%02d", d.day()) : QString::number(d.day());
-        } else if (c == u'm') {
-            out += n >= 2 ? QString::asprintf("%02d", d.month()) : QString::number(d.month());
-        } else if (c == u'y') {
-            if (n >= 4)
-                out += QString::asprintf("%04d", d.year());
-            else
-                out += QString::asprintf("%02d", d.year() % 100);
-        } else {
+        if (c == u'd')
+            Cifras(out, d.day(), n >= 2 ? 2 : 1);
+        else if (c == u'm')
+            Cifras(out, d.month(), n >= 2 ? 2 : 1);
+        else if (c == u'y' && n >= 4)
+            Cifras(out, d.year(), 4);
+        else if (c == u'y')
+            Cifras(out, d.year() % 100, 2);
+        else
             out += QString(n, c);
-        }
         i += n;
     }
     return out;
@@ -295,6 +370,23 @@ int AnioCompleto(int y, int digitos)
 std::optional<QDate> TextoAFecha(const QString &texto)
 {
     const QString s = texto.trimmed();
+    // The form the book files keep their dates in, "yyyy-mm-dd", read without the expression.
+    if (s.size() == 10 && s[4] == u'-' && s[7] == u'-') {
+        int v[3] = {0, 0, 0};
+        bool digitos = true;
+        for (int i = 0, parte = 0; i < 10 && digitos; ++i) {
+            if (i == 4 || i == 7) {
+                ++parte;
+                continue;
+            }
+            digitos = EsDigito(s[i]);
+            v[parte] = v[parte] * 10 + (s[i].unicode() - u'0');
+        }
+        if (digitos) {
+            const QDate d(v[0], v[1], v[2]);
+            return d.isValid() ? std::optional<QDate>(d) : std::nullopt;
+        }
+    }
     static const QRegularExpression iso(QStringLiteral("^(\\d{4})-(\\d{1,2})-(\\d{1,2})$"));
     if (auto m = iso.match(s); m.hasMatch()) {
         const QDate d(m.captured(1).toInt(), m.captured(2).toInt(), m.captured(3).toInt());

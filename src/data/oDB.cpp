@@ -89,6 +89,7 @@ QString Recordset::GetString(const QString &delimCol, const QString &delimFila,
 {
     Exigir();
     QString out;
+    out.reserve((filas_.size() - actual_) * nombres_.size() * 12);
     for (; actual_ < filas_.size(); ++actual_) {
         const auto &fila = filas_[actual_];
         for (int c = 0; c < fila.size(); ++c) {
@@ -253,7 +254,25 @@ clManejo::Preparada clManejo::Preparar()
 
 namespace {
 
-QVariant LeerColumna(sqlite3_stmt *st, int c)
+// The date a column declared DATE keeps as "yyyy-mm-dd"; invalid when the text is not one.
+QDate FechaIso(const unsigned char *t, int n)
+{
+    if (n != 10 || t[4] != '-' || t[7] != '-')
+        return QDate::fromString(QString::fromUtf8(reinterpret_cast<const char *>(t), n), Qt::ISODate);
+    int v[3] = {0, 0, 0};
+    for (int i = 0, parte = 0; i < 10; ++i) {
+        if (i == 4 || i == 7) {
+            ++parte;
+            continue;
+        }
+        if (t[i] < '0' || t[i] > '9')
+            return QDate();
+        v[parte] = v[parte] * 10 + (t[i] - '0');
+    }
+    return QDate(v[0], v[1], v[2]);
+}
+
+QVariant LeerColumna(sqlite3_stmt *st, int c, bool fecha)
 {
     switch (sqlite3_column_type(st, c)) {
     case SQLITE_NULL:
@@ -265,15 +284,14 @@ QVariant LeerColumna(sqlite3_stmt *st, int c)
     default:
         break;
     }
-    const QString texto = QString::fromUtf8(
-        reinterpret_cast<const char *>(sqlite3_column_text(st, c)), sqlite3_column_bytes(st, c));
-    const char *tipo = sqlite3_column_decltype(st, c);
-    if (tipo && qstricmp(tipo, "DATE") == 0) {
-        const QDate d = QDate::fromString(texto, Qt::ISODate);
+    const unsigned char *t = sqlite3_column_text(st, c);
+    const int n = sqlite3_column_bytes(st, c);
+    if (fecha) {
+        const QDate d = FechaIso(t, n);
         if (d.isValid())
             return QVariant(d);
     }
-    return QVariant(texto);
+    return QVariant(QString::fromUtf8(reinterpret_cast<const char *>(t), n));
 }
 
 } // namespace
@@ -289,15 +307,20 @@ bool clManejo::CrearRs(Recordset &rs)
     }
     const int columnas = sqlite3_column_count(p.st);
     QStringList nombres;
-    for (int c = 0; c < columnas; ++c)
+    // Columns declared DATE come back as dates.
+    QVector<bool> fecha(columnas);
+    for (int c = 0; c < columnas; ++c) {
         nombres << QString::fromUtf8(sqlite3_column_name(p.st, c));
+        const char *tipo = sqlite3_column_decltype(p.st, c);
+        fecha[c] = tipo && qstricmp(tipo, "DATE") == 0;
+    }
     QVector<QVector<QVariant>> filas;
     int rc;
     while ((rc = sqlite3_step(p.st)) == SQLITE_ROW) {
         QVector<QVariant> fila;
         fila.reserve(columnas);
         for (int c = 0; c < columnas; ++c)
-            fila.append(LeerColumna(p.st, c));
+            fila.append(LeerColumna(p.st, c, fecha[c]));
         filas.append(std::move(fila));
     }
     if (rc != SQLITE_DONE) {

@@ -43,6 +43,13 @@ void TstConvenciones::formatNumero_data()
     QTest::newRow("big") << QVariant(123456789.126) << "00.00" << "123456789,13";
     QTest::newRow("0.00 pattern") << QVariant(0.5) << "0.00" << "0,50";
     QTest::newRow("null") << QVariant() << "00.00" << "";
+    QTest::newRow("three zeros") << QVariant(7.0) << "000" << "007";
+    QTest::newRow("optional digits") << QVariant(0.5) << "#.##" << ",5";
+    QTest::newRow("optional decimals dropped") << QVariant(2.0) << "0.##" << "2";
+    QTest::newRow("optional decimals kept") << QVariant(-2.5) << "0.##" << "-2,5";
+    QTest::newRow("very big, every digit") << QVariant(1e20) << "00.00" << "100000000000000000000,00";
+    QTest::newRow("fourteen digits keep their cents") << QVariant(123456789012.34) << "00.00" << "123456789012,34";
+    QTest::newRow("half of fourteen digits") << QVariant(12345678901.235) << "00.00" << "12345678901,24";
 }
 
 void TstConvenciones::formatNumero()
@@ -69,6 +76,9 @@ void TstConvenciones::formatFecha_data()
     // A year number is read as a date serial: 1990 days after 30/12/1899.
     QTest::newRow("year as serial") << QVariant(1990.0) << "yyyy" << "1905";
     QTest::newRow("not a date unchanged") << QVariant(QStringLiteral("hola")) << "dd-mm-yyyy" << "hola";
+    QTest::newRow("iso text, one-digit day") << QVariant(QStringLiteral("2005-03-5")) << "d/m/yyyy" << "5/3/2005";
+    QTest::newRow("iso text, impossible day") << QVariant(QStringLiteral("2005-02-30")) << "dd/mm/yy" << "2005-02-30";
+    QTest::newRow("blank in pattern") << QVariant(QDate(2026, 11, 1)) << "mm yyyy" << "11 2026";
 }
 
 void TstConvenciones::formatFecha()
@@ -141,6 +151,9 @@ void TstConvenciones::numeroATexto_data()
     QTest::newRow("-0.5") << -0.5 << "-0,5";
     QTest::newRow("binary noise") << 0.1 + 0.2 << "0,3";
     QTest::newRow("large") << 1234567890123.0 << "1234567890123";
+    QTest::newRow("negative whole") << -3.0 << "-3";
+    QTest::newRow("beyond 15 digits, written out") << 1e20 << "100000000000000000000";
+    QTest::newRow("tiny, written out") << 0.0000001 << "0,0000001";
 }
 
 void TstConvenciones::numeroATexto()
