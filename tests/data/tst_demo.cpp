@@ -135,6 +135,9 @@ void TstDemo::facturasDeTodosLosTipos()
     }
     QCOMPARE(Uno(libro, QStringLiteral("select count(*) from (select distinct USRSNRCUIT, PRVSNRCUIT, IVCSNROFAC from IVC)")),
              QString::number(resumen.facturas));
+    // Dated in or shortly before their period, and entered on or after their date.
+    QCOMPARE(Uno(libro, QStringLiteral("select count(*) from IVC where IVCFCOMPRO >= date(IVCFPERIOD, '+1 month') or IVCFCOMPRO < date(IVCFPERIOD, '-1 month') or IVCFALTA < IVCFCOMPRO or IVCFALTA > '2026-11-21'")),
+             QStringLiteral("0"));
 }
 
 void TstDemo::totalesIgualesALasLineas()

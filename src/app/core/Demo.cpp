@@ -163,6 +163,9 @@ const QList<DatosEmpresa> &Empresas()
     return lista;
 }
 
+// The last day of the demo's work: its latest invoices and entries.
+const QDate kUltimoDia(2026, 11, 21);
+
 const QStringList kTipos = {"A", "B", "C", "99", "NDA", "TIQUE FCA", "TIQUE FCB", "TIQUE"};
 
 // Frequencies of the types in an ordinary month (A most of all).
@@ -402,7 +405,9 @@ ResumenDemo CrearDemo(const QString &dir)
                     // Invoices dated in the month, some in the days before it.
                     f.fecha = azar.Entre(0, 5) == 0 ? periodo.addDays(-azar.Entre(1, 12))
                                                     : periodo.addDays(azar.Entre(0, periodo.daysInMonth() - 1));
-                    f.alta = f.fecha.addDays(azar.Entre(0, 9));
+                    // Nothing after the day the book was last worked on.
+                    f.fecha = qMin(f.fecha, kUltimoDia);
+                    f.alta = qMin(f.fecha.addDays(azar.Entre(0, 9)), kUltimoDia);
                     f.descripcion = azar.Uno(p.rubros);
                     const int extra = azar.Entre(0, 5);
                     f.extra = extra == 0   ? QStringLiteral("Remito 0001-%1").arg(azar.Entre(1000, 99999), 8, 10, QChar(u'0'))
