@@ -5,6 +5,8 @@
 #include "reports/Exportar.h"
 #include "reports/LibroImpreso.h"
 #include "ui/common/CerrarVentana.h"
+#include "ui/invoice/frmADDConcepto.h"
+#include "ui/invoice/frmMODConcepto.h"
 #include "ui/main/GrillaFlex.h"
 #include "ui/main/ListaPeriodo.h"
 #include "ui/main/Teclas.h"
@@ -213,6 +215,11 @@ bool frmMAIN::Form_KeyDown(int tecla)
     case vb::vbKeyF6:
         AbrirOpciones();
         return true;
+    case vb::vbKeyInsert: {
+        frmADDConcepto f(s_, this, this);
+        f.exec();
+        return true;
+    }
     case vb::vbKeyF10: {
         // The spreadsheet and the two tax-authority files of the period, columns separated by
         // a TAB; the save dialog belongs to this window.
@@ -242,6 +249,9 @@ bool frmMAIN::Grd_KeyDown(int tecla)
     switch (tecla) {
     case vb::vbKeyDelete:
         lp_IVCELIMINAR();
+        return true;
+    case vb::vbKeyReturn:
+        lp_Modificar();
         return true;
     default:
         return false;
@@ -277,6 +287,34 @@ void frmMAIN::lp_IVCELIMINAR()
     // The totals labels keep their text until the next refresh.
     if (gf_IVCELIMCONCEPT(s_, nro, cuit, s_.CuitUsuario) > 0)
         gf_IVCCRGGRDXCLIP(s_, *Grd);
+}
+
+void frmMAIN::lp_Modificar()
+{
+    if (Grd->Rows() == 1)
+        return;
+    const int fila = Grd->Row();
+    const cFORMAT::MAIN formato;
+    FilaFactura f;
+    f.fecha = Grd->TextMatrix(fila, 0);
+    f.tipo = Grd->TextMatrix(fila, 1);
+    f.numero = Grd->TextMatrix(fila, 2);
+    f.cuit = Grd->TextMatrix(fila, 3);
+    f.gravado = formato.EsNumero(Grd->TextMatrix(fila, 5));
+    f.noGravado = formato.EsNumero(Grd->TextMatrix(fila, 6));
+    f.ingBrutos = formato.EsNumero(Grd->TextMatrix(fila, 8));
+    if (f.numero.isEmpty() || f.cuit.isEmpty()) {
+        Grd->SeleccionarFila(fila);
+        return;
+    }
+    f.total = formato.EsNumero(Grd->TextMatrix(fila, 9));
+    f.ivarin = formato.EsNumero(Grd->TextMatrix(fila, 10));
+    Grd->SeleccionarFila(fila);
+    s_.NroFacSeleccionada = f.numero;
+    s_.PrvCuitSeleccionado = f.cuit;
+    frmMODConcepto m(s_, this, this);
+    m.Cargar(f);
+    m.exec();
 }
 
 void frmMAIN::AbrirOpciones()

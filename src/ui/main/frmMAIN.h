@@ -37,6 +37,8 @@ public:
 
     // Delete on the grid: removes the selected invoice at once.
     void lp_IVCELIMINAR();
+    // Enter on the grid: the modify window, filled from the selected row, modal.
+    void lp_Modificar();
 
     Sesion &sesion() const { return s_; }
 
