@@ -2,6 +2,7 @@
 #include "common/Libro.h"
 #include "common/MensajesGuion.h"
 #include "reports/Exportar.h"
+#include "reports/RegistrosEsperados.h"
 
 #include <QDir>
 #include <QFile>
@@ -18,8 +19,7 @@ const QString P2 = QStringLiteral("30222222229");
 const QString DESCONOCIDO = QStringLiteral("30999999990");
 const QString MARZO = QStringLiteral("01/03/2005");
 
-QString Z(int n) { return QString(n, u'0'); }
-QString B(int n) { return QString(n, u' '); }
+using namespace esperado;
 
 QByteArray Leer(const QString &ruta)
 {
@@ -27,25 +27,6 @@ QByteArray Leer(const QString &ruta)
     if (!f.open(QIODevice::ReadOnly))
         return QByteArray("<no file>");
     return f.readAll();
-}
-
-// The records as the layout lists their fields (see the voucher and rate tables).
-QString Comprobante(const QString &fecha8, const QString &tipo3, const QString &pv5,
-                    const QString &nro20, const QString &cuit20, const QString &nombre30,
-                    const QString &total15, const QString &noGrav15, const QString &ib15,
-                    const QString &campo15)
-{
-    return fecha8 + tipo3 + pv5 + nro20 + B(16) + QStringLiteral("80") + cuit20 + nombre30 +
-           total15 + noGrav15 + Z(45) + ib15 + Z(30) + QStringLiteral("PES0001000000") + campo15 +
-           Z(15) + Z(26) + B(30) + Z(15) + QStringLiteral("\r\n");
-}
-
-QString Alicuota(const QString &tipo3, const QString &pv5, const QString &nro20,
-                 const QString &cuit20, const QString &grav15, const QString &codigo4,
-                 const QString &iva15)
-{
-    return tipo3 + pv5 + nro20 + QStringLiteral("80") + cuit20 + grav15 + codigo4 + iva15 +
-           QStringLiteral("\r\n");
 }
 
 } // namespace

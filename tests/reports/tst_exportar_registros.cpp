@@ -1,5 +1,6 @@
 #include "data/oDB.h"
 #include "reports/Exportar.h"
+#include "reports/RegistrosEsperados.h"
 #include "reports/RegistrosAFIP.h"
 
 #include <QtTest>
@@ -8,28 +9,7 @@
 // compared byte for byte with records written out from the layout.
 namespace {
 
-QString Z(int n) { return QString(n, u'0'); }
-QString B(int n) { return QString(n, u' '); }
-
-// Voucher record: the fields of the layout in order; 16 blanks, "80", the zero fields and the
-// currency are fixed.
-QString Comprobante(const QString &fecha8, const QString &tipo3, const QString &pv5,
-                    const QString &nro20, const QString &cuit20, const QString &nombre30,
-                    const QString &total15, const QString &noGrav15, const QString &ib15,
-                    const QString &campo15)
-{
-    return fecha8 + tipo3 + pv5 + nro20 + B(16) + QStringLiteral("80") + cuit20 + nombre30 +
-           total15 + noGrav15 + Z(45) + ib15 + Z(30) + QStringLiteral("PES0001000000") + campo15 +
-           Z(15) + Z(26) + B(30) + Z(15) + QStringLiteral("\r\n");
-}
-
-QString Alicuota(const QString &tipo3, const QString &pv5, const QString &nro20,
-                 const QString &cuit20, const QString &grav15, const QString &codigo4,
-                 const QString &iva15)
-{
-    return tipo3 + pv5 + nro20 + QStringLiteral("80") + cuit20 + grav15 + codigo4 + iva15 +
-           QStringLiteral("\r\n");
-}
+using namespace esperado;
 
 const QString F8 = QStringLiteral("20050315");
 const QString CUIT20 = QStringLiteral("00000000030111111118");
