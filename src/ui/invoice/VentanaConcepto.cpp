@@ -70,6 +70,7 @@ QLabel *Total(QWidget *padre, const char *nombre, const QString &inicial)
     l->setMinimumWidth(90);
     l->setFrameShape(QFrame::StyledPanel);
     l->setFrameShadow(QFrame::Sunken);
+    l->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     QFont f = l->font();
     f.setBold(true);
     l->setFont(f);
@@ -422,6 +423,12 @@ void VentanaConcepto::AgregarAlCombo(QComboBox *cbo, int indice, const QString &
         cbo->setCurrentIndex(-1);
 }
 
+void VentanaConcepto::AgregarMonto(QListWidget *lista, const QString &monto)
+{
+    auto *item = new QListWidgetItem(monto, lista);
+    item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+}
+
 void VentanaConcepto::RecargarPrincipal()
 {
     if (principal_ && principal_->RecargarGrilla())
@@ -600,7 +607,7 @@ void VentanaConcepto::Gravados_Add()
         for (QComboBox *cbo : {cboGravadoIngBru, cboGravadoIVA})
             if (cbo->count() == 0)
                 AgregarAlCombo(cbo, 0, QString::fromLatin1(kTotalGravados));
-        lstGravado->addItem(TxtGrav->text());
+        AgregarMonto(lstGravado, TxtGrav->text());
         lstIdGravado->addItem(QString::number(id));
         lstGravado->setCurrentRow(lstGravado->count() - 1);
         // Each amount goes just before "[Total Gravados]", which stays last.

@@ -169,6 +169,8 @@ protected:
     void EscribirIVARIN(double suma);
     // Appends "[Total Gravados]" to a combo, keeping "no entry picked" when none was.
     static void AgregarAlCombo(QComboBox *cbo, int indice, const QString &texto);
+    // Appends an amount to a list of amounts, right-aligned.
+    static void AgregarMonto(QListWidget *lista, const QString &monto);
     // The main window reloads its list and, when that completed, its totals.
     void RecargarPrincipal();
     // Closes the window (the dialog ends).

@@ -160,7 +160,7 @@ void frmMODConcepto::Grav_DetList()
             for (; !rs.Eof(); rs.MoveNext()) {
                 lstIdGravado->addItem(conv::NumeroATexto(S().oFormato->EsNumero(rs(QStringLiteral("GRAVAD_id")))));
                 const QString monto = Format(rs(QStringLiteral("GRAVAD_Valor")), QStringLiteral("00.00"));
-                lstGravado->addItem(monto);
+                AgregarMonto(lstGravado, monto);
                 AgregarAlCombo(cboGravadoIVA, cboGravadoIVA->count(), monto);
                 AgregarAlCombo(cboGravadoIngBru, cboGravadoIngBru->count(), monto);
             }
