@@ -6,7 +6,6 @@
 #include "common/MensajesGuion.h"
 #include "ui/invoice/frmADDConcepto.h"
 
-#include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
@@ -76,77 +75,6 @@ class TstFrmADDConcepto : public QObject
     }
 
 private slots:
-    // The road of one invoice, keys only, from the supplier to "Cerrar".
-    void caminoDeUnaFactura()
-    {
-        auto w = Abrir();
-        QCOMPARE(Foco(), w->cboProv);
-        QCOMPARE(w->TxtFecha->text(), QStringLiteral("21/11/2026"));
-        QCOMPARE(w->cboTipo->count(), 8);
-
-        Teclear(QStringLiteral("B")); // Beta
-        Tecla(Qt::Key_Return);
-        QCOMPARE(Foco(), w->TxtFecha);
-        Teclear(QStringLiteral("15/11/2026"));
-        Tecla(Qt::Key_Return);
-        QCOMPARE(Foco(), w->cboTipo);
-        Tecla(Qt::Key_Down); // "B"
-        Tecla(Qt::Key_Return);
-        QCOMPARE(Foco(), w->TxtNumero);
-        Teclear(QStringLiteral("0001-00000123"));
-        Tecla(Qt::Key_Return);
-        QCOMPARE(Foco(), w->TxtGrav);
-        Teclear(QStringLiteral("400"));
-        Tecla(Qt::Key_Return);
-        Reescribir(QStringLiteral("600"));
-        Tecla(Qt::Key_Return);
-        QCOMPARE(w->lstGravado->count(), 2);
-        QCOMPARE(w->lbGravTotal->text(), QStringLiteral("1000,00"));
-        QVERIFY(w->TxtNumero->isReadOnly());
-        QCOMPARE(w->cboGravadoIVA->itemText(w->cboGravadoIVA->count() - 1), QStringLiteral("[Total Gravados]"));
-        QCOMPARE(w->cboGravadoIngBru->itemText(2), QStringLiteral("[Total Gravados]"));
-
-        QVERIFY(TabHasta(w->cboGravadoIVA));
-        Tecla(Qt::Key_End);
-        QCOMPARE(w->cboGravadoIVA->currentText(), QStringLiteral("[Total Gravados]"));
-        Tecla(Qt::Key_Return); // the add window leaves Enter of this combo alone
-        Tecla(Qt::Key_Tab);
-        QCOMPARE(Foco(), w->txtIVCDETIVA);
-        Teclear(QStringLiteral("21"));
-        Tecla(Qt::Key_Return);
-        QCOMPARE(w->txtIVCDETVLR->text(), QStringLiteral("210,00"));
-        QCOMPARE(w->txtIVCDETDSC->text(), QStringLiteral("Gravado 1000,00 IVA del 21"));
-        QVERIFY(TabHasta(w->txtIVCDETVLR));
-        Tecla(Qt::Key_Return);
-
-        // The first VAT line wrote the header, then the line.
-        QCOMPARE(libro->Filas(QStringLiteral("select PRVSNRCUIT,IVCFPERIOD,IVCFCOMPRO,IVCSTIPFAC,IVCSNROFAC,"
-                                             "IVCDGRAVAD,IVCDNOGRAV,IVARIN,IVCFALTA from IVC")),
-                 QStringList{QStringLiteral("30700000022|01/11/2026|15/11/2026|B|0001-00000123|1000|0|210|21/11/2026")});
-        QCOMPARE(libro->Filas(QStringLiteral("select IVCdetId,IVCSNROFAC,IVCDETIVA,IVCDETDSC,IVCDETVLR from IVC_DetIVA")),
-                 QStringList{QStringLiteral("1|0001-00000123|21|Gravado 1000,00 IVA del 21|210")});
-        QCOMPARE(w->lstIVC_DetIVA->topLevelItemCount(), 1);
-        QCOMPARE(w->lbIVATotal->text(), QStringLiteral("210,00"));
-        QCOMPARE(w->lbTotalFactura->text(), QStringLiteral("1210,00"));
-        QVERIFY(!w->cboProv->isEnabled());
-        QCOMPARE(Foco(), w->txtIVCDETIVA);
-        QVERIFY(w->Guardado());
-
-        QVERIFY(TabHasta(w->cmdGuardar));
-        Tecla(Qt::Key_Return);
-        QCOMPARE(principal.recargas, 1);
-        QCOMPARE(principal.totales, 1);
-        QVERIFY(w->isVisible());
-        QVERIFY(Msg().mostrados.isEmpty());
-
-        Tecla(Qt::Key_Tab);
-        QCOMPARE(Foco(), w->cmdCerrar);
-        Tecla(Qt::Key_Return);
-        QVERIFY(Msg().mostrados.isEmpty()); // saved: no question
-        QVERIFY(!w->isVisible());
-        QCOMPARE(principal.recargas, 2);
-    }
-
     void encabezadoRechazado_data()
     {
         QTest::addColumn<bool>("proveedores");
