@@ -123,8 +123,8 @@ void frmADDConcepto::cmdGuardar_Click()
     // Whatever the save did (written, refused by a check, a duplicate), the main window reloads.
     IVAValidar();
     RecargarPrincipal();
-    // >>> Supplier tracking: while Chk_EnviarASeguimiento is ticked, every press hands the
-    // >>> invoice to supplier tracking here, after the reload.
+    // TODO(supplier tracking): while Chk_EnviarASeguimiento is ticked, every press hands the
+    // invoice to supplier tracking here, after the reload (SP_EnviarASeguimiento).
 }
 
 void frmADDConcepto::cmdCerrar_Click()

@@ -130,10 +130,10 @@ void frmMODConcepto::Activar()
     });
     MostrarDescripcion();
     IVADet_List();
-    // >>> Gross-income lines: IBRDet_List runs here.
+    // TODO(gross-income lines): IBRDet_List runs here.
     Grav_DetList();
-    // >>> Gross-income lines: EstablecerTipoIngB runs here (sets the legacy flag and shows or
-    // >>> hides txtINGBRUOld).
+    // TODO(gross-income lines): EstablecerTipoIngB runs here (sets the legacy flag and shows
+    // or hides txtINGBRUOld).
     calcularTOTAL();
     (cboProv->isEnabled() ? static_cast<QWidget *>(cboProv) : TxtFecha)->setFocus();
 }
@@ -191,8 +191,9 @@ bool frmMODConcepto::IVAValidar()
 {
     try {
         bool escribirIngBrutos = false;
-        // >>> Legacy gross income: an invoice of the earlier single-amount scheme, without
-        // >>> gross-income lines, is saved only once its old amount is given up.
+        // Legacy gross income (the flag comes from EstablecerTipoIngB): an invoice of the
+        // earlier single-amount scheme without gross-income lines is saved only once its old
+        // amount is given up; its header then takes the lines' total.
         if (legadoIngBrutos_ && lstIVC_detIngBru->topLevelItemCount() == 0 &&
             S().oFormato->EsNumero(txtINGBRUOld->text()) > 0) {
             if (S().mensajes->MsgBox(QStringLiteral("Esta factura tiene Ingresos brutos guardados con una versión "
