@@ -351,7 +351,14 @@ void VentanaConcepto::ConTrampa(const QString &seccion, const std::function<void
         ReportarError(e.descripcion, e.numero, seccion);
     } catch (const conv::ErrorConversion &e) {
         ReportarError(e.descripcion, 13, seccion);
+    } catch (const ErrorCalculo &e) {
+        ReportarError(e.descripcion, e.numero, seccion);
     }
+}
+
+QString VentanaConcepto::SeccionIB(const QString &procedimiento) const
+{
+    return QStringLiteral(" - seccion [morla.") + objectName().toLower() + u'.' + procedimiento.toLower() + u']';
 }
 
 QString VentanaConcepto::PeriodoActual() const { return FormatTexto(s_.PeriodoDesde, QStringLiteral("dd-mm-yyyy")); }
@@ -407,11 +414,22 @@ void VentanaConcepto::LeerTotalGravados()
     lbGravTotal->setText(FormatMonto(s_.oFormato->EsNumero(rs(QStringLiteral("totalgravados")))));
 }
 
-void VentanaConcepto::EscribirIVARIN(double suma)
+void VentanaConcepto::EscribirTotal(const QString &columna, double suma)
 {
-    db().Ejecutar(QStringLiteral("update IVC set IVARIN = ") + Q(FormatMonto(suma)) +
+    db().Ejecutar(QStringLiteral("update IVC set ") + columna + QStringLiteral(" = ") + Q(FormatMonto(suma)) +
                   QStringLiteral(" where USRSNRCUIT = ") + Q(s_.CuitUsuario) + QStringLiteral(" and PRVSNRCUIT = ") +
                   Q(cboIdProv->currentText()) + QStringLiteral(" and IVCSNROFAC = ") + Q(Tag(TxtNumero)));
+}
+
+void VentanaConcepto::EscribirIVARIN(double suma) { EscribirTotal(QStringLiteral("IVARIN"), suma); }
+
+void VentanaConcepto::EscribirIVCINGBRU(double suma) { EscribirTotal(QStringLiteral("IVCINGBRU"), suma); }
+
+void VentanaConcepto::BloquearProveedor()
+{
+    const bool hayLineas = lstIVC_DetIVA->topLevelItemCount() > 0 || lstIVC_detIngBru->topLevelItemCount() > 0;
+    cboProv->setEnabled(!hayLineas);
+    cboIdProv->setEnabled(!hayLineas);
 }
 
 void VentanaConcepto::AgregarAlCombo(QComboBox *cbo, int indice, const QString &texto)
@@ -457,31 +475,14 @@ void VentanaConcepto::IVADet_List()
         if (!db().CrearRs(rs, QStringLiteral("select * from IVC_DetIVA where USRSNRCUIT = ") + Q(s_.CuitUsuario) +
                                   QStringLiteral(" and PRVSNRCUIT = ") + Q(cboIdProv->currentText()) +
                                   QStringLiteral(" and IVCSNROFAC = ") + Q(NumeroListadoIVA()))) {
-            cboProv->setEnabled(true);
-            cboIdProv->setEnabled(true);
+            BloquearProveedor();
             lbIVATotal->setText(FormatMonto(0));
             SinLineasIVA();
         } else {
-            cboProv->setEnabled(false);
-            cboIdProv->setEnabled(false);
             SetTag(lstIVC_DetIVA, QString());
-            const cFORMAT::MAIN &f = *s_.oFormato;
-            for (; !rs.Eof(); rs.MoveNext()) {
-                auto *item = new QTreeWidgetItem(lstIVC_DetIVA);
-                item->setText(0, conv::NumeroATexto(f.EsNumero(rs(QStringLiteral("IVCdetId")))));
-                item->setText(1, conv::NumeroATexto(f.EsNumero(rs(QStringLiteral("IVCDETIVA")))));
-                item->setText(2, f.EsNull(rs(QStringLiteral("IVCDETDSC"))));
-                item->setText(3, conv::NumeroATexto(f.EsNumero(rs(QStringLiteral("IVCDETVLR")))));
-                item->setTextAlignment(1, Qt::AlignRight);
-                item->setTextAlignment(3, Qt::AlignRight);
-                suma += f.EsNumero(rs(QStringLiteral("IVCDETVLR")));
-            }
-            // The lines are keyed by supplier: it cannot change while the invoice has any.
-            const bool hayLineas = lstIVC_DetIVA->topLevelItemCount() > 0;
-            cboProv->setEnabled(!hayLineas);
-            cboIdProv->setEnabled(!hayLineas);
-            if (hayLineas)
-                lstIVC_DetIVA->setCurrentItem(lstIVC_DetIVA->topLevelItem(0));
+            suma = LlenarLineas(lstIVC_DetIVA, rs, QStringLiteral("IVCDETIVA"), QStringLiteral("IVCDETDSC"),
+                                QStringLiteral("IVCDETVLR"));
+            BloquearProveedor();
             EscribirIVARIN(suma);
         }
         rs.Close();
@@ -512,20 +513,11 @@ void VentanaConcepto::IVADet_Add()
         const double valor = CDbl(FormatTexto(txtIVCDETVLR->text(), kMoneda));
         const QString proveedor = cboIdProv->currentText();
 
-        // Line ids grow over all the invoices of the company and supplier.
-        oDB::Recordset rs;
-        db().CrearRs(rs, QStringLiteral("select max(IVCdetId) as idmax from IVC_DetIVA where USRSNRCUIT = ") +
-                             Q(s_.CuitUsuario) + QStringLiteral(" and PRVSNRCUIT = ") + Q(proveedor));
-        const QString maximo = rs.Abierto() && !rs.Eof() ? conv::Texto(rs(QStringLiteral("idmax"))) : QString();
-        rs.Close();
-        const long id = std::lround(conv::Val(maximo) + 1);
-
-        const QString sep = QStringLiteral(",");
-        const long n = db().Ejecutar(
-            QStringLiteral("insert into IVC_DetIVA (USRSNRCUIT, PRVSNRCUIT, IVCdetId, IVCSNROFAC, IVCDETIVA, "
-                           "IVCDETDSC, IVCDETVLR) values (") +
-            Q(s_.CuitUsuario) + sep + Q(proveedor) + sep + Q(QString::number(id)) + sep + Q(TxtNumero->text()) + sep +
-            Q(conv::NumeroATexto(tasa)) + sep + Q(descripcion) + sep + Q(conv::NumeroATexto(valor)) + u')');
+        const long id = std::lround(IdMaximo(QStringLiteral("IVC_DetIVA"), proveedor) + 1);
+        const long n = InsertarLinea(QStringLiteral("insert into IVC_DetIVA (USRSNRCUIT, PRVSNRCUIT, IVCdetId, "
+                                                    "IVCSNROFAC, IVCDETIVA, IVCDETDSC, IVCDETVLR) values ("),
+                                     {s_.CuitUsuario, proveedor, QString::number(id), TxtNumero->text(),
+                                      conv::NumeroATexto(tasa), descripcion, conv::NumeroATexto(valor)});
         if (n > 0) {
             txtIVCDETIVA->clear();
             txtIVCDETDSC->clear();
@@ -540,19 +532,7 @@ void VentanaConcepto::IVADet_Add()
 void VentanaConcepto::IVADet_Eliminar()
 {
     ConTrampa(Seccion(QStringLiteral("IVADet_Eliminar")), [this] {
-        if (lstIVC_DetIVA->topLevelItemCount() == 0)
-            return;
-        if (s_.mensajes->MsgBox(QStringLiteral("Confirma eliminar el concepto seleccinado?"),
-                                vb::vbYesNo + vb::vbQuestion) != vb::vbYes)
-            return;
-        QTreeWidgetItem *item = lstIVC_DetIVA->currentItem();
-        if (!item)
-            item = lstIVC_DetIVA->topLevelItem(0);
-        const auto id = qint16(std::lround(CDbl(item->text(0))));
-        const long n = db().Ejecutar(QStringLiteral("delete from IVC_DetIVA where USRSNRCUIT = ") + Q(s_.CuitUsuario) +
-                                     QStringLiteral(" and PRVSNRCUIT = ") + Q(cboIdProv->currentText()) +
-                                     QStringLiteral(" and IVCdetId = ") + QString::number(id));
-        if (n > 0) {
+        if (BorrarLineaElegida(lstIVC_DetIVA, QStringLiteral("IVC_DetIVA"))) {
             IVADet_List();
             TrasEliminarIVA();
             calcularTOTAL();
@@ -568,6 +548,164 @@ void VentanaConcepto::IVAModFin()
     txtIVCDETVLR->clear();
     lstIVC_DetIVA->setEnabled(true);
     lstIVC_DetIVA->setFocus();
+}
+
+// ---------------------------------------------------------------------------------------------
+// What the VAT and the gross-income lines do alike
+
+double VentanaConcepto::LlenarLineas(QTreeWidget *lista, oDB::Recordset &rs, const QString &tasa,
+                                     const QString &descripcion, const QString &valor) const
+{
+    const cFORMAT::MAIN &f = *s_.oFormato;
+    double suma = 0;
+    for (; !rs.Eof(); rs.MoveNext()) {
+        auto *item = new QTreeWidgetItem(lista);
+        item->setText(0, conv::NumeroATexto(f.EsNumero(rs(QStringLiteral("IVCdetId")))));
+        item->setText(1, conv::NumeroATexto(f.EsNumero(rs(tasa))));
+        item->setText(2, f.EsNull(rs(descripcion)));
+        item->setText(3, conv::NumeroATexto(f.EsNumero(rs(valor))));
+        item->setTextAlignment(1, Qt::AlignRight);
+        item->setTextAlignment(3, Qt::AlignRight);
+        suma += f.EsNumero(rs(valor));
+    }
+    if (lista->topLevelItemCount() > 0)
+        lista->setCurrentItem(lista->topLevelItem(0));
+    return suma;
+}
+
+double VentanaConcepto::IdMaximo(const QString &tabla, const QString &proveedor)
+{
+    // Line ids grow over all the invoices of the company and supplier.
+    oDB::Recordset rs;
+    db().CrearRs(rs, QStringLiteral("select max(IVCdetId) as idmax from ") + tabla +
+                         QStringLiteral(" where USRSNRCUIT = ") + Q(s_.CuitUsuario) +
+                         QStringLiteral(" and PRVSNRCUIT = ") + Q(proveedor));
+    const QString maximo = rs.Abierto() && !rs.Eof() ? conv::Texto(rs(QStringLiteral("idmax"))) : QString();
+    rs.Close();
+    return conv::Val(maximo);
+}
+
+long VentanaConcepto::InsertarLinea(const QString &cabecera, const QStringList &valores)
+{
+    QStringList citados;
+    for (const QString &v : valores)
+        citados << Q(v);
+    return db().Ejecutar(cabecera + citados.join(u',') + u')');
+}
+
+bool VentanaConcepto::BorrarLineaElegida(QTreeWidget *lista, const QString &tabla)
+{
+    if (lista->topLevelItemCount() == 0)
+        return false;
+    if (s_.mensajes->MsgBox(QStringLiteral("Confirma eliminar el concepto seleccinado?"), vb::vbYesNo + vb::vbQuestion) !=
+        vb::vbYes)
+        return false;
+    QTreeWidgetItem *item = lista->currentItem();
+    if (!item)
+        item = lista->topLevelItem(0);
+    // Ids are unique per company and supplier: the invoice number is not part of the condition.
+    const auto id = qint16(std::lround(CDbl(item->text(0))));
+    return db().Ejecutar(QStringLiteral("delete from ") + tabla + QStringLiteral(" where USRSNRCUIT = ") +
+                         Q(s_.CuitUsuario) + QStringLiteral(" and PRVSNRCUIT = ") + Q(cboIdProv->currentText()) +
+                         QStringLiteral(" and IVCdetId = ") + QString::number(id)) > 0;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Gross-income lines
+
+void VentanaConcepto::SinLineasIngBrutos() { EscribirIVCINGBRU(0); }
+
+void VentanaConcepto::IBRDet_List()
+{
+    lstIVC_detIngBru->setVisible(false);
+    ConTrampa(SeccionIB(QStringLiteral("IBRDet_List")), [this] {
+        lstIVC_detIngBru->clear();
+        oDB::Recordset rs;
+        double suma = 0;
+        // The lines of the number on screen; the header total goes to the row saved under the tag.
+        if (!db().CrearRs(rs, QStringLiteral("select * from IVC_DetIngBrutos where USRSNRCUIT = ") +
+                                  Q(s_.CuitUsuario) + QStringLiteral(" and PRVSNRCUIT = ") +
+                                  Q(cboIdProv->currentText()) + QStringLiteral(" and IVCSNROFAC = ") +
+                                  Q(TxtNumero->text()))) {
+            BloquearProveedor();
+            SinLineasIngBrutos();
+        } else {
+            SetTag(lstIVC_detIngBru, QString());
+            suma = LlenarLineas(lstIVC_detIngBru, rs, QStringLiteral("IVCDETIB"), QStringLiteral("IVCDETIBDSC"),
+                                QStringLiteral("IVCDETIBVLR"));
+            BloquearProveedor();
+            EscribirIVCINGBRU(suma);
+        }
+        rs.Close();
+        totalIngBrutos_ = CDbl(FormatMonto(suma));
+        lbIngBrut->setText(FormatMonto(suma));
+    });
+    lstIVC_detIngBru->setVisible(true);
+}
+
+void VentanaConcepto::IngBrutosDet_Add()
+{
+    ConTrampa(QStringLiteral(" - seccion [morla.ingbrutosdet_add]"), [this] {
+        double porcentaje = 0;
+        QString descripcion;
+        double valor = 0;
+        if (EsNumerico(txtIVC_IngB->text())) {
+            // Given by its percentage.
+            if (!EsNumerico(txtIVC_IngBValor->text())) {
+                s_.mensajes->MsgBox(QStringLiteral("Debe ingresar un valor númerico"), vb::vbOKOnly);
+                return;
+            }
+            // The default description is the VAT lines' own, from the VAT rate box.
+            if (Trim(txtIVC_IngBDesc->text()).isEmpty())
+                txtIVC_IngBDesc->setText(QStringLiteral("Iva del ") + txtIVCDETIVA->text() + u':');
+            AntesDeTomarPorcentajeIB();
+            porcentaje = CDbl(FormatTexto(txtIVC_IngB->text(), kMoneda));
+            descripcion = QString(txtIVC_IngBDesc->text()).replace(u'\'', u' ');
+            valor = CDbl(FormatTexto(txtIVC_IngBValor->text(), kMoneda));
+        } else {
+            // Given by its amount: the percentage is that of the amount over the picked base.
+            descripcion = QString(txtIVC_IngBDesc->text()).replace(u'\'', u' ');
+            valor = CDbl(FormatTexto(txtIVC_IngBValor->text(), kMoneda));
+            // Here "[Total Gravados]" is recognised whatever its case, on both windows.
+            const QString texto = cboGravadoIngBru->currentText();
+            const double base = VentanaConcepto::EsTotalGravados(texto) ? getTotalGravados() : CDbl(texto);
+            if (Trim(descripcion).isEmpty())
+                descripcion = QStringLiteral("Ingresos Brutos");
+            // A base of 0 is not checked: the division fails and ends the procedure.
+            if (base == 0)
+                throw valor == 0 ? ErrorCalculo{QStringLiteral("Desbordamiento"), 6}
+                                 : ErrorCalculo{QStringLiteral("División por cero"), 11};
+            porcentaje = CDbl(FormatMonto(valor * 100 / base));
+        }
+        if (!IVAValidar())
+            return;
+
+        const QString proveedor = cboIdProv->currentText();
+        const double id = IdMaximo(QStringLiteral("IVC_detIngBrutos"), proveedor) + 1;
+        const long n = InsertarLinea(QStringLiteral("insert into IVC_DetIngBrutos (USRSNRCUIT, PRVSNRCUIT, IVCdetId, "
+                                                    "IVCSNROFAC, IVCDETIB, IVCDETIBDSC, IVCDETIBVLR) values ("),
+                                     {s_.CuitUsuario, proveedor, conv::NumeroATexto(id), TxtNumero->text(),
+                                      conv::NumeroATexto(porcentaje), descripcion, conv::NumeroATexto(valor)});
+        if (n > 0) {
+            txtIVC_IngB->clear();
+            txtIVC_IngBDesc->clear();
+            txtIVC_IngBValor->clear();
+            IBRDet_List();
+            txtIVC_IngB->setFocus();
+            calcularTOTAL();
+        }
+    });
+}
+
+void VentanaConcepto::IngresosBrutosDet_Eliminar()
+{
+    ConTrampa(SeccionIB(QStringLiteral("IngresosBrutosDet_Eliminar")), [this] {
+        if (BorrarLineaElegida(lstIVC_detIngBru, QStringLiteral("IVC_DetIngBrutos"))) {
+            IBRDet_List();
+            lstIVC_detIngBru->setFocus();
+            calcularTOTAL();
+        }
+    });
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -722,6 +860,8 @@ bool VentanaConcepto::TeclaControl(QObject *obj, int tecla)
             IVADet_Add();
         else if (obj == txtIVC_IngB)
             CalcularIB();
+        else if (obj == txtIVC_IngBValor)
+            IngBrutosDet_Add();
         else if (auto *b = qobject_cast<QPushButton *>(obj))
             b->click();
         else
@@ -733,6 +873,8 @@ bool VentanaConcepto::TeclaControl(QObject *obj, int tecla)
             Gravados_Del();
         else if (obj == lstIVC_DetIVA)
             IVADet_Eliminar();
+        else if (obj == lstIVC_detIngBru)
+            IngresosBrutosDet_Eliminar();
         else
             return false;
         return true;

@@ -1,7 +1,7 @@
 #pragma once
 // What the add and modify invoice windows share: the header fields, the taxed-amount lines
-// (IVC_Gravado), the VAT lines (IVC_DetIVA), the gross-income area, the invoice totals and the
-// window keys. Every line is written to or deleted from the book the moment it is entered or
+// (IVC_Gravado), the VAT lines (IVC_DetIVA), the gross-income lines (IVC_DetIngBrutos), the
+// invoice totals and the window keys. Every line is written to or deleted from the book the moment it is entered or
 // removed; the header is written by the window's own header save, IVAValidar.
 //
 // The few places where the two windows behave differently are virtual members, overridden by
@@ -28,6 +28,7 @@ class QVBoxLayout;
 struct Sesion;
 namespace oDB {
 class clManejo;
+class Recordset;
 }
 
 // The text of the combo entry that stands for the sum of all taxed amounts.
@@ -49,6 +50,13 @@ public:
     void IVADet_List();
     void IVAModFin();
 
+    // Gross-income lines. A line is given by its percentage, or by its amount alone (the
+    // percentage then comes from the taxed amount picked in cboGravadoIngBru); IVCINGBRU of the
+    // header is rewritten from the lines after every change.
+    void IngBrutosDet_Add();
+    void IngresosBrutosDet_Eliminar();
+    void IBRDet_List();
+
     // Taxed amounts and invoice totals.
     void Gravados_Add();
     void Gravados_Del();
@@ -65,6 +73,8 @@ public:
     bool Guardado() const { return guardado_; }
     // The VAT total of the lines as the form keeps it for its save.
     double TotalIVA() const { return totalIVA_; }
+    // The gross-income total of the lines, kept the same way.
+    double TotalIngBrutos() const { return totalIngBrutos_; }
 
     // Header.
     QLabel *lbTitulo = nullptr;
@@ -118,6 +128,12 @@ protected:
     virtual void SinLineasIVA() {}
     // After a VAT line was deleted and the list reloaded (the modify window refocuses it).
     virtual void TrasEliminarIVA() {}
+    // IBRDet_List when the invoice has no gross-income lines: IVCINGBRU 0 is written on the
+    // header (the add window does otherwise).
+    virtual void SinLineasIngBrutos();
+    // IngBrutosDet_Add, for a line given by its percentage, before its values are taken (the
+    // modify window retires the amount of an earlier-version invoice there).
+    virtual void AntesDeTomarPorcentajeIB() {}
     // Gravados_Add before the amount is written (the add window brings cboProv to cboIdProv).
     virtual void AntesDeAgregarGravado() {}
     // Whether a combo text is the "[Total Gravados]" entry.
@@ -146,6 +162,14 @@ protected:
     // The error report of a procedure's error trap.
     void ReportarError(const QString &descripcion, int numero, const QString &seccion) const;
     QString Seccion(const QString &procedimiento) const;
+    // The section text of the gross-income procedures, written all in lower case.
+    QString SeccionIB(const QString &procedimiento) const;
+    // An error of a calculation (a division by zero), reported by the error trap as the book's
+    // and the conversions' errors are.
+    struct ErrorCalculo {
+        QString descripcion;
+        int numero;
+    };
     // Runs a procedure under its error trap: an error of the book or of a conversion is
     // reported with the procedure's section text and ends the procedure.
     void ConTrampa(const QString &seccion, const std::function<void()> &f);
@@ -167,6 +191,11 @@ protected:
     void LeerTotalGravados();
     // Rewrites the header's VAT total IVARIN (the invoice saved under TxtNumero's tag).
     void EscribirIVARIN(double suma);
+    // Rewrites the header's gross-income total IVCINGBRU (the same row).
+    void EscribirIVCINGBRU(double suma);
+    // The supplier cannot change while the invoice has VAT or gross-income lines: both are
+    // keyed by it.
+    void BloquearProveedor();
     // Appends "[Total Gravados]" to a combo, keeping "no entry picked" when none was.
     static void AgregarAlCombo(QComboBox *cbo, int indice, const QString &texto);
     // Appends an amount to a list of amounts, right-aligned.
@@ -178,6 +207,7 @@ protected:
 
     bool guardado_ = false;
     double totalIVA_ = 0;
+    double totalIngBrutos_ = 0;
 
     bool eventFilter(QObject *obj, QEvent *ev) override;
     void reject() override;
@@ -187,6 +217,18 @@ private:
     void Armar(const QString &titulo);
     bool TeclaControl(QObject *obj, int tecla);
     // CalcularIVA and CalcularIB: a line proposed from a taxed amount and a rate.
+    // Fills a list of lines from its rows (id, rate, description, value); the sum of the values.
+    double LlenarLineas(QTreeWidget *lista, oDB::Recordset &rs, const QString &tasa, const QString &descripcion,
+                        const QString &valor) const;
+    // The greatest line id of the company and supplier in a line table (over all their
+    // invoices); 0 when they have none.
+    double IdMaximo(const QString &tabla, const QString &proveedor);
+    // Inserts a line: the statement's head, then the values each between quotes; rows written.
+    long InsertarLinea(const QString &cabecera, const QStringList &valores);
+    // Asks for and deletes the selected line of a list from its table; true when a row went.
+    bool BorrarLineaElegida(QTreeWidget *lista, const QString &tabla);
+    // Writes a total of the lines into a column of the header row.
+    void EscribirTotal(const QString &columna, double suma);
     void Calcular(QComboBox *base, QLineEdit *tasa, QLineEdit *descripcion, QLineEdit *valor,
                   const QString &sinBase, const QString &prefijo, const QString &medio);
 

@@ -1,5 +1,6 @@
 #include "ui/invoice/frmADDConcepto.h"
 
+#include "app/core/Seguimiento.h"
 #include "app/core/Sesion.h"
 #include "data/Convenciones.h"
 #include "data/oDB.h"
@@ -23,8 +24,8 @@ frmADDConcepto::frmADDConcepto(Sesion &sesion, Principal *principal, QWidget *pa
     Chk_EnviarASeguimiento->setObjectName(QStringLiteral("Chk_EnviarASeguimiento"));
     zonaPropia()->addWidget(Chk_EnviarASeguimiento);
     lbTeclas->setText(QStringLiteral(
-        "Gravado [Enter] agrega el importe - IVA % [Enter] calcula desde el gravado elegido - "
-        "Valor [Enter] agrega la línea de IVA - [Supr] en una lista elimina - [Esc] limpia la línea de IVA"));
+        "Gravado [Enter] agrega el importe - IVA % o Ing B % [Enter] calcula desde el gravado elegido - "
+        "Valor [Enter] agrega la línea - [Supr] en una lista elimina - [Esc] limpia la línea de IVA"));
     TerminarArmado({Chk_EnviarASeguimiento});
 
     txtIVARIN->setText(conv::NumeroATexto(S().IvaRIN));
@@ -118,13 +119,28 @@ bool frmADDConcepto::IVAValidar()
     }
 }
 
+void frmADDConcepto::SinLineasIngBrutos()
+{
+    lbIVATotal->setText(QStringLiteral("00.00"));
+    EscribirIVARIN(0);
+}
+
 void frmADDConcepto::cmdGuardar_Click()
 {
-    // Whatever the save did (written, refused by a check, a duplicate), the main window reloads.
-    IVAValidar();
-    RecargarPrincipal();
-    // TODO(supplier tracking): while Chk_EnviarASeguimiento is ticked, every press hands the
-    // invoice to supplier tracking here, after the reload (SP_EnviarASeguimiento).
+    ConTrampa(Seccion(QStringLiteral("cmdGuardar_Click")), [this] {
+        // Whatever the save did (written, refused by a check, a duplicate), the main window
+        // reloads, and a ticked box posts the invoice again.
+        IVAValidar();
+        RecargarPrincipal();
+        if (Chk_EnviarASeguimiento->isChecked()) {
+            // The total as the screen shows it now: lines added later go with the next press.
+            const double total = conv::CDbl(TxtNoGrav->text()) + conv::CDbl(lbGravTotal->text()) +
+                                 conv::CDbl(lbIVATotal->text()) + conv::CDbl(lbIngBrut->text());
+            SP_EnviarASeguimiento(S(), S().CuitUsuario, cboIdProv->currentText(),
+                                  Format(QVariant(TxtFecha->text()), QStringLiteral("dd-mm-yyyy")), TxtNumero->text(),
+                                  QStringLiteral("Factura ") + cboTipo->currentText(), total);
+        }
+    });
 }
 
 void frmADDConcepto::cmdCerrar_Click()

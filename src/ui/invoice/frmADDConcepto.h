@@ -1,6 +1,8 @@
 #pragma once
 // The add-invoice window: records one purchase invoice of the current company in the current
-// period. The first header save inserts the IVC row (saved flag), later ones update it.
+// period. The first header save inserts the IVC row (saved flag), later ones update it. With
+// Chk_EnviarASeguimiento ticked, every press of "Guardar" also posts the invoice to supplier
+// tracking.
 
 #include "ui/invoice/VentanaConcepto.h"
 
@@ -21,6 +23,9 @@ public:
 protected:
     // Before an amount is written the supplier shown follows the CUIT it is written under.
     void AntesDeAgregarGravado() override { SincronizarProvDesdeId(); }
+    // An invoice without gross-income lines: this window clears the VAT total (label and
+    // IVARIN), not the gross-income one, when it lists them. Kept as the book has always done.
+    void SinLineasIngBrutos() override;
     // Esc does not close this window: it clears the VAT line being entered.
     bool TeclaVentana(int tecla) override;
 

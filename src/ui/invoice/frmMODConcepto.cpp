@@ -81,8 +81,8 @@ frmMODConcepto::frmMODConcepto(Sesion &sesion, Principal *principal, QWidget *pa
     connect(cmdCambiarPeriodo, &QPushButton::clicked, this, [this] { cmdCambiarPeriodo_Click(); });
 
     lbTeclas->setText(QStringLiteral(
-        "Gravado [Enter] agrega el importe - IVA % [Enter] calcula desde el gravado elegido - "
-        "Valor [Enter] agrega la línea de IVA - [Supr] en una lista elimina - Guardar [F11] - Salir [Esc]"));
+        "Gravado [Enter] agrega el importe - IVA % o Ing B % [Enter] calcula desde el gravado elegido - "
+        "Valor [Enter] agrega la línea - [Supr] en una lista elimina - Guardar [F11] - Salir [Esc]"));
     TerminarArmado({txtINGBRUOld, cboMES, TxtYear, VScroll, cmdCambiarPeriodo});
 }
 
@@ -130,10 +130,9 @@ void frmMODConcepto::Activar()
     });
     MostrarDescripcion();
     IVADet_List();
-    // TODO(gross-income lines): IBRDet_List runs here.
+    IBRDet_List();
     Grav_DetList();
-    // TODO(gross-income lines): EstablecerTipoIngB runs here (sets the legacy flag and shows
-    // or hides txtINGBRUOld).
+    EstablecerTipoIngB();
     calcularTOTAL();
     (cboProv->isEnabled() ? static_cast<QWidget *>(cboProv) : TxtFecha)->setFocus();
 }
@@ -174,6 +173,22 @@ void frmMODConcepto::Grav_DetList()
     });
 }
 
+void frmMODConcepto::EstablecerTipoIngB()
+{
+    legadoIngBrutos_ =
+        S().oFormato->EsNumero(txtINGBRUOld->text()) > 0 && lstIVC_detIngBru->topLevelItemCount() == 0;
+    lbINGBOld->setVisible(legadoIngBrutos_);
+    txtINGBRUOld->setVisible(legadoIngBrutos_);
+    txtINGBRUOld->setReadOnly(legadoIngBrutos_);
+}
+
+void frmMODConcepto::RetirarIngBrutosAnterior()
+{
+    txtINGBRUOld->setText(QStringLiteral("0"));
+    txtINGBRUOld->setVisible(false);
+    lbINGBOld->setVisible(false);
+}
+
 QString frmMODConcepto::NumeroListadoIVA() const { return TxtNumero->text(); }
 
 void frmMODConcepto::TrasEliminarIVA() { lstIVC_DetIVA->setFocus(); }
@@ -200,9 +215,7 @@ bool frmMODConcepto::IVAValidar()
                                                     "anterior, desea cargar en cero(0)?."),
                                      vb::vbYesNo + vb::vbQuestion) != vb::vbYes)
                 return false;
-            txtINGBRUOld->setText(QStringLiteral("0"));
-            txtINGBRUOld->setVisible(false);
-            lbINGBOld->setVisible(false);
+            RetirarIngBrutosAnterior();
             escribirIngBrutos = true;
         }
         cboIdProv->setCurrentIndex(cboProv->currentIndex());

@@ -38,11 +38,13 @@ public:
 
     void MostrarDescripcion();
     void Grav_DetList();
+    // Decides, once the gross-income lines are listed, whether the invoice is one of the
+    // earlier single-amount scheme: an amount in txtINGBRUOld (the list row's) and no lines.
+    // Such an invoice shows that amount, read-only, until it is given up.
+    void EstablecerTipoIngB();
 
-    // The invoice carries a gross-income amount stored on its header by the earlier
-    // single-amount scheme (decided when its gross-income lines are listed).
+    // The legacy flag: the invoice opened with a gross-income amount stored on its header.
     bool LegadoIngBrutos() const { return legadoIngBrutos_; }
-    void setLegadoIngBrutos(bool legado) { legadoIngBrutos_ = legado; }
 
     QLabel *lbINGBOld = nullptr;
     QLineEdit *txtINGBRUOld = nullptr;
@@ -63,12 +65,16 @@ protected:
     QString MsgSinGravadoIVA() const override;
     // This window links its two taxed-amount combos to the input controller as well.
     QList<QComboBox *> CombosEnlazados() const override;
+    // A gross-income line given by its percentage retires the earlier-version amount.
+    void AntesDeTomarPorcentajeIB() override { RetirarIngBrutosAnterior(); }
     // F11 saves; Esc closes at once (reloading the main window after a save).
     bool TeclaVentana(int tecla) override;
     void showEvent(QShowEvent *ev) override;
 
 private:
     void Activar();
+    // The earlier-version amount given up: "0", and the field and its label hidden.
+    void RetirarIngBrutosAnterior();
 
     QString cuitApertura_;
     QString tipoApertura_;

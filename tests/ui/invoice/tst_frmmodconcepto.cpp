@@ -265,31 +265,6 @@ private slots:
         QCOMPARE(Cabecera().value(0), QStringLiteral("30700000011|01/10/2026|05/10/2026|0001-5|100|21"));
     }
 
-    void ingresosBrutosDeVersionAnterior()
-    {
-        Libro(false);
-        FilaFactura f = Fila();
-        f.ingBrutos = 150;
-        libro->Ejecutar(QStringLiteral("update IVC set IVCINGBRU = 150"));
-        auto w = Abrir(f);
-        w->setLegadoIngBrutos(true);
-        w->txtINGBRUOld->setVisible(true);
-        Campo(w->TxtGrav, QStringLiteral("0"));
-        Msg().Responder(vb::vbNo);
-        Tecla(Qt::Key_F11);
-        QCOMPARE(Msg().Ultimo(), QStringLiteral("Esta factura tiene Ingresos brutos guardados con una versión anterior, "
-                                                "desea cargar en cero(0)?."));
-        QCOMPARE(Msg().UltimoEstilo(), int(vb::vbYesNo + vb::vbQuestion));
-        QVERIFY(!w->Guardado());
-        QCOMPARE(libro->Filas(QStringLiteral("select IVCFPERIOD,IVCINGBRU from IVC")),
-                 QStringList{QStringLiteral("01/10/2026|150")});
-        Tecla(Qt::Key_F11); // Yes
-        QCOMPARE(libro->Filas(QStringLiteral("select IVCFPERIOD,IVCINGBRU from IVC")),
-                 QStringList{QStringLiteral("01/11/2026|0")});
-        QCOMPARE(w->txtINGBRUOld->text(), QStringLiteral("0"));
-        QVERIFY(w->txtINGBRUOld->isHidden());
-    }
-
     // VAT lines on this window: saved header first, the line under the number on screen; the
     // last line deleted writes IVARIN 0 and leaves the focus on the list.
     void lineasIVA()
