@@ -1,8 +1,9 @@
 #pragma once
 // What the add and modify invoice windows share: the header fields, the taxed-amount lines
 // (IVC_Gravado), the VAT lines (IVC_DetIVA), the gross-income lines (IVC_DetIngBrutos), the
-// invoice totals and the window keys. Every line is written to or deleted from the book the moment it is entered or
-// removed; the header is written by the window's own header save, IVAValidar.
+// invoice totals and the window keys. Every line is written to or deleted from the book the
+// moment it is entered or removed; the header is written by the window's own header save,
+// IVAValidar.
 //
 // The few places where the two windows behave differently are virtual members, overridden by
 // the window that differs.
@@ -170,8 +171,8 @@ protected:
         QString descripcion;
         int numero;
     };
-    // Runs a procedure under its error trap: an error of the book or of a conversion is
-    // reported with the procedure's section text and ends the procedure.
+    // Runs a procedure under its error trap: an error of the book, of a conversion or of a
+    // calculation is reported with the procedure's section text and ends the procedure.
     void ConTrampa(const QString &seccion, const std::function<void()> &f);
 
     // The session's period formatted "dd-mm-yyyy", the value written into IVCFPERIOD.
@@ -216,7 +217,6 @@ protected:
 private:
     void Armar(const QString &titulo);
     bool TeclaControl(QObject *obj, int tecla);
-    // CalcularIVA and CalcularIB: a line proposed from a taxed amount and a rate.
     // Fills a list of lines from its rows (id, rate, description, value); the sum of the values.
     double LlenarLineas(QTreeWidget *lista, oDB::Recordset &rs, const QString &tasa, const QString &descripcion,
                         const QString &valor) const;
@@ -229,6 +229,7 @@ private:
     bool BorrarLineaElegida(QTreeWidget *lista, const QString &tabla);
     // Writes a total of the lines into a column of the header row.
     void EscribirTotal(const QString &columna, double suma);
+    // CalcularIVA and CalcularIB: a line proposed from a taxed amount and a rate.
     void Calcular(QComboBox *base, QLineEdit *tasa, QLineEdit *descripcion, QLineEdit *valor,
                   const QString &sinBase, const QString &prefijo, const QString &medio);
 
