@@ -2,6 +2,7 @@
 
 #include <QLocale>
 #include <QRegularExpression>
+#include <QVarLengthArray>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -256,7 +257,7 @@ QString FormatoNumero(double n, const QString &patron)
     if (entLen == 1 && buf[0] == '0' && minEnteros == 0)
         entLen = 0;
 
-    char out[480];
+    QVarLengthArray<char, 128> out(1 + qMax(minEnteros, entLen) + 1 + decLen);
     int o = 0;
     // A value that shows no digit but zeros carries no sign.
     bool cifra = false;
@@ -268,14 +269,14 @@ QString FormatoNumero(double n, const QString &patron)
         out[o++] = '-';
     for (int i = entLen; i < minEnteros; ++i)
         out[o++] = '0';
-    std::memcpy(out + o, buf, size_t(entLen));
+    std::memcpy(out.data() + o, buf, size_t(entLen));
     o += entLen;
     if (decLen > 0 || (punto && minDecimales > 0)) {
         out[o++] = ',';
-        std::memcpy(out + o, dec, size_t(decLen));
+        std::memcpy(out.data() + o, dec, size_t(decLen));
         o += decLen;
     }
-    return QString::fromLatin1(out, o);
+    return QString::fromLatin1(out.data(), o);
 }
 
 bool EsPatronFecha(const QString &p)

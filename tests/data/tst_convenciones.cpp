@@ -48,6 +48,7 @@ void TstConvenciones::formatNumero_data()
     QTest::newRow("optional decimals dropped") << QVariant(2.0) << "0.##" << "2";
     QTest::newRow("optional decimals kept") << QVariant(-2.5) << "0.##" << "-2,5";
     QTest::newRow("very big, every digit") << QVariant(1e20) << "00.00" << "100000000000000000000,00";
+    QTest::newRow("many places") << QVariant(-1.5) << QString(200, u'0') + ".0" << "-" + QString(199, u'0') + "1,5";
     QTest::newRow("fourteen digits keep their cents") << QVariant(123456789012.34) << "00.00" << "123456789012,34";
     QTest::newRow("half of fourteen digits") << QVariant(12345678901.235) << "00.00" << "12345678901,24";
 }
