@@ -158,7 +158,8 @@ private slots:
         Factura(*w);
         Guardar(*w);
         QCOMPARE(Msg().mostrados.size(), 1);
-        QVERIFY(Msg().Ultimo().endsWith(QStringLiteral("\r\n\r\n3044 - seccion [MORLA.SP_EnviarASeguimiento (modGBPROC)]")));
+        QVERIFY(Msg().Ultimo().contains(QStringLiteral("\r\n\r\n")));
+        QVERIFY(Msg().Ultimo().endsWith(QStringLiteral(" - seccion [MORLA.SP_EnviarASeguimiento (modGBPROC)]")));
         QCOMPARE(Msg().UltimoEstilo(), int(vb::vbCritical));
         QVERIFY(w->isVisible());
         QVERIFY(w->Guardado());
