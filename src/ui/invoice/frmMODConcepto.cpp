@@ -175,11 +175,22 @@ void frmMODConcepto::Grav_DetList()
 
 void frmMODConcepto::EstablecerTipoIngB()
 {
+    tipoIngBEstablecido_ = true;
     legadoIngBrutos_ =
         S().oFormato->EsNumero(txtINGBRUOld->text()) > 0 && lstIVC_detIngBru->topLevelItemCount() == 0;
     lbINGBOld->setVisible(legadoIngBrutos_);
     txtINGBRUOld->setVisible(legadoIngBrutos_);
     txtINGBRUOld->setReadOnly(legadoIngBrutos_);
+}
+
+void frmMODConcepto::SinLineasIngBrutos()
+{
+    // While the invoice opens its type is not known yet; an amount on the header with no lines
+    // is then exactly the earlier scheme.
+    const bool anteriorPendiente = legadoIngBrutos_ || !tipoIngBEstablecido_;
+    if (anteriorPendiente && S().oFormato->EsNumero(txtINGBRUOld->text()) > 0)
+        return;
+    VentanaConcepto::SinLineasIngBrutos();
 }
 
 void frmMODConcepto::RetirarIngBrutosAnterior()

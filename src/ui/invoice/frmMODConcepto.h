@@ -65,6 +65,10 @@ protected:
     QString MsgSinGravadoIVA() const override;
     // This window links its two taxed-amount combos to the input controller as well.
     QList<QComboBox *> CombosEnlazados() const override;
+    // An invoice with no gross-income lines gets IVCINGBRU 0 written on its header, except one
+    // of the earlier single-amount scheme whose amount has not been given up yet: opening it
+    // must not lose that amount before the user answers the question of the save.
+    void SinLineasIngBrutos() override;
     // A gross-income line given by its percentage retires the earlier-version amount.
     void AntesDeTomarPorcentajeIB() override { RetirarIngBrutosAnterior(); }
     // F11 saves; Esc closes at once (reloading the main window after a save).
@@ -76,6 +80,7 @@ private:
     // The earlier-version amount given up: "0", and the field and its label hidden.
     void RetirarIngBrutosAnterior();
 
+    bool tipoIngBEstablecido_ = false;
     QString cuitApertura_;
     QString tipoApertura_;
     bool activado_ = false;
