@@ -2,7 +2,7 @@
 # Installs the Debian packages the program needs to build, run and be tested.
 # Does nothing when everything is already there.
 set -euo pipefail
-pkgs=(build-essential cmake pkg-config qt6-base-dev libqt6sql6 qt6-base-dev-tools
+pkgs=(build-essential cmake pkg-config qt6-base-dev qt6-base-dev-tools
       libsqlite3-dev libgl1-mesa-dev xvfb xauth fonts-liberation fonts-dejavu-core
       poppler-utils)
 missing=()
