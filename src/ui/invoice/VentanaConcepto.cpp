@@ -5,6 +5,7 @@
 #include "data/oDB.h"
 #include "ui/common/ClCntrl.h"
 #include "ui/common/Principal.h"
+#include "ui/common/Teclas.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -851,7 +852,7 @@ void VentanaConcepto::calcularTOTAL()
 
 bool VentanaConcepto::TeclaControl(QObject *obj, int tecla)
 {
-    if (tecla == Qt::Key_Return || tecla == Qt::Key_Enter) {
+    if (tecla == vb::vbKeyReturn) {
         if (obj == TxtGrav)
             Gravados_Add();
         else if (obj == txtIVCDETIVA)
@@ -868,7 +869,7 @@ bool VentanaConcepto::TeclaControl(QObject *obj, int tecla)
             return false;
         return true;
     }
-    if (tecla == Qt::Key_Delete) {
+    if (tecla == vb::vbKeyDelete) {
         if (obj == lstGravado)
             Gravados_Del();
         else if (obj == lstIVC_DetIVA)
@@ -885,7 +886,7 @@ bool VentanaConcepto::TeclaControl(QObject *obj, int tecla)
 bool VentanaConcepto::eventFilter(QObject *obj, QEvent *ev)
 {
     if (ev->type() == QEvent::KeyPress && obj->isWidgetType() && static_cast<QWidget *>(obj)->window() == this) {
-        const int tecla = static_cast<QKeyEvent *>(ev)->key();
+        const int tecla = CodigoTecla(static_cast<QKeyEvent *>(ev));
         if (TeclaVentana(tecla) || TeclaControl(obj, tecla))
             return true;
     } else if (ev->type() == QEvent::KeyRelease && obj == TxtNoGrav) {
@@ -894,7 +895,7 @@ bool VentanaConcepto::eventFilter(QObject *obj, QEvent *ev)
     return QDialog::eventFilter(obj, ev);
 }
 
-void VentanaConcepto::reject() { TeclaVentana(Qt::Key_Escape); }
+void VentanaConcepto::reject() { TeclaVentana(vb::vbKeyEscape); }
 
 void VentanaConcepto::closeEvent(QCloseEvent *ev)
 {

@@ -143,7 +143,8 @@ protected:
     virtual QString MsgSinGravadoIVA() const;
     // The combos linked to the input controller.
     virtual QList<QComboBox *> CombosEnlazados() const;
-    // A key of the window, seen before its controls; true when it was handled.
+    // A key of the window (its code as CodigoTecla gives it), seen before its controls; true
+    // when it was handled.
     virtual bool TeclaVentana(int tecla) = 0;
 
     // --- Building --------------------------------------------------------------------------
@@ -216,6 +217,7 @@ protected:
 
 private:
     void Armar(const QString &titulo);
+    // A key on one of the shared controls (the same key codes); true when it was handled.
     bool TeclaControl(QObject *obj, int tecla);
     // Fills a list of lines from its rows (id, rate, description, value); the sum of the values.
     double LlenarLineas(QTreeWidget *lista, oDB::Recordset &rs, const QString &tasa, const QString &descripcion,

@@ -164,7 +164,7 @@ void frmADDConcepto::cmdCerrar_Click()
 
 bool frmADDConcepto::TeclaVentana(int tecla)
 {
-    if (tecla != Qt::Key_Escape)
+    if (tecla != vb::vbKeyEscape)
         return false;
     IVAModFin();
     return true;

@@ -308,11 +308,11 @@ void frmMODConcepto::cmdCambiarPeriodo_Click()
 
 bool frmMODConcepto::TeclaVentana(int tecla)
 {
-    if (tecla == Qt::Key_F11) {
+    if (tecla == vb::vbKeyF11) {
         cmdGuardar_Click();
         return true;
     }
-    if (tecla == Qt::Key_Escape) {
+    if (tecla == vb::vbKeyEscape) {
         // Unlike "Cerrar", Esc asks nothing.
         if (guardado_)
             RecargarPrincipal();

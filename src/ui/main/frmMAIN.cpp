@@ -5,11 +5,11 @@
 #include "reports/Exportar.h"
 #include "reports/LibroImpreso.h"
 #include "ui/common/CerrarVentana.h"
+#include "ui/common/Teclas.h"
 #include "ui/invoice/frmADDConcepto.h"
 #include "ui/invoice/frmMODConcepto.h"
 #include "ui/main/GrillaFlex.h"
 #include "ui/main/ListaPeriodo.h"
-#include "ui/main/Teclas.h"
 #include "ui/main/frmOpciones.h"
 #include "ui/suppliers/frmLSTPROV.h"
 

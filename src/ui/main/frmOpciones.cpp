@@ -5,7 +5,7 @@
 #include "ui/common/CerrarVentana.h"
 #include "ui/common/ClCntrl.h"
 #include "ui/common/Principal.h"
-#include "ui/main/Teclas.h"
+#include "ui/common/Teclas.h"
 
 #include <QApplication>
 #include <QComboBox>

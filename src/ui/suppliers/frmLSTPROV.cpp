@@ -6,6 +6,7 @@
 #include "data/oDB.h"
 #include "ui/common/CerrarVentana.h"
 #include "ui/common/ClCntrl.h"
+#include "ui/common/Teclas.h"
 
 #include <QFormLayout>
 #include <QFrame>
@@ -32,26 +33,6 @@ constexpr int kTwipsPorPixel = 15;
 
 // Rows the grid shows without scrolling.
 constexpr int kFilasVisibles = 14;
-
-// The key codes this window's handlers name; 0 for any other key.
-int CodigoTecla(const QKeyEvent *e)
-{
-    switch (e->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        return vb::vbKeyReturn;
-    case Qt::Key_Escape:
-        return vb::vbKeyEscape;
-    case Qt::Key_Insert:
-        return vb::vbKeyInsert;
-    case Qt::Key_Delete:
-        return vb::vbKeyDelete;
-    case Qt::Key_F11:
-        return vb::vbKeyF11;
-    default:
-        return 0;
-    }
-}
 
 QLineEdit *Campo(const char *nombre, QWidget *padre)
 {

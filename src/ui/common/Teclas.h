@@ -1,6 +1,6 @@
 #pragma once
 // The key code of a key event, as the windows' key-down handlers name the keys (vb::Tecla);
-// 0 for a key that no handler names.
+// 0 for a key that no handler names. Every window reads its keys through this one mapping.
 
 #include "app/core/Servicios.h"
 
