@@ -1,5 +1,6 @@
 #include "GeneradorLibro.h"
 
+#include "app/core/Azar.h"
 #include "app/core/Demo.h"
 #include "app/core/Sesion.h"
 #include "data/Convenciones.h"
@@ -37,23 +38,8 @@ constexpr int kEmpresaComun = 3, kPeriodoComun = 60;    // January 2021
 const char *const kTipos[] = {"A", "A", "A", "A", "B", "B", "C", "99", "NDA", "TIQUE FCA", "TIQUE FCB", "TIQUE"};
 const double kTasas[] = {21, 21, 21, 10.5, 10.5, 27};
 
-// A small fixed-seed generator: the same book on every machine.
-struct Azar {
-    quint64 s = 0x9E3779B97F4A7C15ull;
-    quint32 Siguiente()
-    {
-        s ^= s << 13;
-        s ^= s >> 7;
-        s ^= s << 17;
-        return quint32(s >> 11);
-    }
-    int Entre(int a, int b) { return a + int(Siguiente() % quint32(b - a + 1)); }
-    double Centavos(double min, double max)
-    {
-        const double d = min + (max - min) * (Siguiente() % 1000000) / 1000000.0;
-        return std::round(d * 100) / 100;
-    }
-};
+// Amounts are drawn among a million even steps of their range.
+constexpr quint32 kPasosMonto = 1000000;
 
 double R2(double n) { return std::round(n * 100) / 100; }
 
@@ -245,7 +231,7 @@ void Escribir(const QString &carpeta, const Empresas &emp)
                 double gravado = 0, ivaTotal = 0, ibTotal = 0;
                 const int lineas = azar.Entre(1, 3);
                 for (int l = 1; l <= lineas; ++l) {
-                    const double base = azar.Centavos(50, 40000);
+                    const double base = azar.Monto(50, 40000, kPasosMonto);
                     gravado += base;
                     grav.T(1, cuitEmp).T(2, cuitPrv).T(3, nro).I(4, l).N(5, base).Paso();
                     if (conIva) {
@@ -265,7 +251,7 @@ void Escribir(const QString &carpeta, const Empresas &emp)
                     ib.T(1, cuitEmp).T(2, cuitPrv).T(3, nro).I(4, ++id).N(5, 3)
                         .T(6, QByteArrayLiteral("Ingresos Brutos")).N(7, valor).Paso();
                 }
-                const double noGravado = azar.Entre(0, 4) == 0 ? azar.Centavos(10, 3000) : 0;
+                const double noGravado = azar.Entre(0, 4) == 0 ? azar.Monto(10, 3000, kPasosMonto) : 0;
                 ivc.T(1, cuitEmp).T(2, cuitPrv).T(3, periodoIso).T(4, fecha.toString(Qt::ISODate).toUtf8())
                     .T(5, QByteArray(tipo)).T(6, nro).N(7, R2(gravado)).N(8, noGravado).N(9, R2(ivaTotal))
                     .N(10, ibTotal).T(11, fecha.addDays(azar.Entre(0, 20)).toString(Qt::ISODate).toUtf8())

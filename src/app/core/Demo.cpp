@@ -1,6 +1,7 @@
 #include "app/core/Demo.h"
 
 #include "app/core/Ajustes.h"
+#include "app/core/Azar.h"
 #include "app/core/Sesion.h"
 #include "data/Convenciones.h"
 #include "data/Esquema.h"
@@ -12,7 +13,6 @@
 #include <QFileInfo>
 #include <QMap>
 #include <QSet>
-#include <cmath>
 
 namespace demo {
 
@@ -54,26 +54,6 @@ bool CuitValido(const QString &cuit)
 }
 
 namespace {
-
-// A small fixed-seed generator, so the demo is the same book on every machine.
-struct Azar {
-    quint64 s;
-    explicit Azar(quint64 semilla) : s(semilla) {}
-    quint32 Siguiente()
-    {
-        s ^= s << 13;
-        s ^= s >> 7;
-        s ^= s << 17;
-        return quint32(s >> 11);
-    }
-    int Entre(int a, int b) { return a + int(Siguiente() % quint32(b - a + 1)); }
-    double Monto(double min, double max)
-    {
-        const double d = min + (max - min) * (Siguiente() % 100000) / 100000.0;
-        return std::round(d * 100) / 100;
-    }
-    template <typename T> const T &Uno(const QList<T> &l) { return l[Entre(0, int(l.size()) - 1)]; }
-};
 
 double R2(double n) { return conv::Redondear(n, 2); }
 QString F(double n) { return conv::Format(n, QStringLiteral("00.00")); }
