@@ -6,14 +6,12 @@
 //   bench_lista [FOLDER] [RUNS]      FOLDER defaults to $IVC_BENCH_DIR or <tmp>/ivacompras-bench
 
 #include "GeneradorLibro.h"
+#include "Medicion.h"
 
 #include "app/core/Sesion.h"
 #include "data/oDB.h"
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
 #include <sqlite3.h>
-#include <algorithm>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -53,41 +51,13 @@ long PorComponente(Sesion &s)
     return filas + long(clip.size() > 0);
 }
 
-long Directo(sqlite3 *db, const QByteArray &sql, std::vector<std::string> &celdas)
-{
-    sqlite3_stmt *st = nullptr;
-    if (sqlite3_prepare_v2(db, sql.constData(), int(sql.size()), &st, nullptr) != SQLITE_OK) {
-        std::fprintf(stderr, "%s\n", sqlite3_errmsg(db));
-        std::exit(1);
-    }
-    long filas = 0;
-    const int n = sqlite3_column_count(st);
-    while (sqlite3_step(st) == SQLITE_ROW) {
-        ++filas;
-        for (int c = 0; c < n; ++c) {
-            const unsigned char *t = sqlite3_column_text(st, c);
-            celdas.emplace_back(t ? reinterpret_cast<const char *>(t) : "", size_t(sqlite3_column_bytes(st, c)));
-        }
-    }
-    sqlite3_finalize(st);
-    return filas;
-}
-
 long PorSQLite(sqlite3 *db, const QByteArray &totales, const QByteArray &lista)
 {
     std::vector<std::string> celdas;
     celdas.reserve(30000);
-    Directo(db, totales, celdas);
-    return Directo(db, lista, celdas);
+    banco::Directo(db, totales, celdas);
+    return banco::Directo(db, lista, celdas);
 }
-
-double Mediana(std::vector<double> ms)
-{
-    std::sort(ms.begin(), ms.end());
-    return ms[ms.size() / 2];
-}
-
-double Ms(const QElapsedTimer &t) { return t.nsecsElapsed() / 1e6; }
 
 void Medir(const banco::LibroGrande &libro, const banco::PeriodoMedido &p, int corridas, bool objetivo)
 {
@@ -106,48 +76,20 @@ void Medir(const banco::LibroGrande &libro, const banco::PeriodoMedido &p, int c
         std::exit(1);
     }
 
-    // Warm-up (pages in the cache, as for a user who has the book open), then both ways in
-    // turn, so that a busy machine weighs on both alike.
-    PorComponente(*s);
-    PorSQLite(db, totales, lista);
-    std::vector<double> tComp, tDirecto;
-    for (int i = 0; i < corridas; ++i) {
-        QElapsedTimer t;
-        t.start();
-        PorComponente(*s);
-        tComp.push_back(Ms(t));
-        t.start();
-        PorSQLite(db, totales, lista);
-        tDirecto.push_back(Ms(t));
-    }
-    const double comp = Mediana(tComp), directo = Mediana(tDirecto);
+    const banco::Medianas m =
+        banco::EnTurnos(corridas, [&] { PorComponente(*s); }, [&] { PorSQLite(db, totales, lista); });
     sqlite3_close_v2(db);
-    const double ratio = comp / directo;
-    std::printf("%-28s %6ld facturas  componente %8.2f ms  SQLite %8.2f ms  ratio %.2f%s\n",
-                qPrintable(QStringLiteral("%1 %2").arg(p.cuit, p.periodo.mid(3))), p.facturas, comp, directo, ratio,
-                objetivo ? (comp < 50 && ratio < 1.5 ? "  [objetivo: < 50 ms, ratio < 1,5: cumplido]"
-                                                     : "  [objetivo: < 50 ms, ratio < 1,5: NO cumplido]")
-                         : "");
+    const banco::Objetivo meta{50, 1.5, "< 50 ms, ratio < 1,5"};
+    banco::Informar(p, "componente", m, objetivo ? &meta : nullptr);
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
-    QCoreApplication app(argc, argv);
-    const QStringList args = app.arguments().mid(1);
-    const QString carpeta = args.value(0, banco::CarpetaPorDefecto());
-    const int corridas = qMax(3, args.value(1, QStringLiteral("21")).toInt());
-    try {
-        const banco::LibroGrande libro = banco::GenerarLibroGrande(carpeta);
-        std::printf("Libro de %ld facturas en %s%s; mediana de %d corridas\n", libro.facturas,
-                    qPrintable(libro.carpeta), libro.reusado ? " (reusado)" : "", corridas);
+    return banco::Principal(argc, argv, 21, [](const banco::LibroGrande &libro, int corridas) {
         Medir(libro, libro.periodo2000, corridas, true);
         Medir(libro, libro.periodoComun, corridas, false);
         Medir(libro, libro.periodo20000, qMin(corridas, 7), false);
-    } catch (const oDB::ErrorBD &e) {
-        std::fprintf(stderr, "%s\n", qPrintable(e.descripcion));
-        return 1;
-    }
-    return 0;
+    });
 }
