@@ -35,34 +35,6 @@ const QString kMoneda = QStringLiteral("00.00");
 QString FormatMonto(double n) { return Format(QVariant(n), kMoneda); }
 QString FormatTexto(const QString &s, const QString &patron) { return Format(QVariant(s), patron); }
 
-QLineEdit *Caja(QWidget *padre, const char *nombre, bool monto = false, int ancho = 0)
-{
-    auto *t = new QLineEdit(padre);
-    t->setObjectName(QString::fromLatin1(nombre));
-    if (monto)
-        t->setAlignment(Qt::AlignRight);
-    if (ancho > 0)
-        t->setMaximumWidth(ancho);
-    return t;
-}
-
-QComboBox *Combo(QWidget *padre, const char *nombre, int ancho = 0)
-{
-    auto *c = new QComboBox(padre);
-    c->setObjectName(QString::fromLatin1(nombre));
-    if (ancho > 0)
-        c->setMinimumWidth(ancho);
-    return c;
-}
-
-// A caption with its field: Alt + the underlined letter moves to the field.
-QLabel *Rotulo(QWidget *padre, const QString &texto, QWidget *campo)
-{
-    auto *l = new QLabel(texto, padre);
-    l->setBuddy(campo);
-    return l;
-}
-
 QLabel *Total(QWidget *padre, const char *nombre, const QString &inicial)
 {
     auto *l = new QLabel(inicial, padre);
@@ -101,6 +73,33 @@ QTreeWidget *ListaLineas(QWidget *padre, const char *nombre, const QString &tasa
 }
 
 } // namespace
+
+QLineEdit *VentanaConcepto::Caja(QWidget *padre, const char *nombre, bool monto, int ancho)
+{
+    auto *t = new QLineEdit(padre);
+    t->setObjectName(QString::fromLatin1(nombre));
+    if (monto)
+        t->setAlignment(Qt::AlignRight);
+    if (ancho > 0)
+        t->setMaximumWidth(ancho);
+    return t;
+}
+
+QComboBox *VentanaConcepto::Combo(QWidget *padre, const char *nombre, int ancho)
+{
+    auto *c = new QComboBox(padre);
+    c->setObjectName(QString::fromLatin1(nombre));
+    if (ancho > 0)
+        c->setMinimumWidth(ancho);
+    return c;
+}
+
+QLabel *VentanaConcepto::Rotulo(QWidget *padre, const QString &texto, QWidget *campo)
+{
+    auto *l = new QLabel(texto, padre);
+    l->setBuddy(campo);
+    return l;
+}
 
 VentanaConcepto::VentanaConcepto(Sesion &sesion, Principal *principal, const QString &nombre,
                                  const QString &titulo, QWidget *parent)
@@ -295,6 +294,13 @@ void VentanaConcepto::Armar(const QString &titulo)
 
 QList<QComboBox *> VentanaConcepto::CombosEnlazados() const { return {cboProv, cboTipo}; }
 
+void VentanaConcepto::MostrarTeclas(const QString &propias)
+{
+    lbTeclas->setText(QStringLiteral("Gravado [Enter] agrega el importe - IVA % o Ing B % [Enter] calcula desde el "
+                                     "gravado elegido - Valor [Enter] agrega la línea - [Supr] en una lista elimina - ") +
+                      propias);
+}
+
 void VentanaConcepto::TerminarArmado(const QList<QWidget *> &extra)
 {
     for (QLineEdit *t : {TxtFecha, TxtGrav, TxtNoGrav, TxtNumero, txtIVARNI, txtIVARIN, txtIVCDETIVA,
@@ -398,6 +404,33 @@ bool VentanaConcepto::Duplicado(const QString &numero)
           QStringLiteral("FECHA DE FACTURA ") + conv::Texto(rs(QStringLiteral("fechafac"))) + crlf +
           QStringLiteral("EL PERIODO ") + Format(rs(QStringLiteral("periodo")), QStringLiteral("mm/yyyy")));
     return true;
+}
+
+bool VentanaConcepto::ControlarProveedorYNumero()
+{
+    cboIdProv->setCurrentIndex(cboProv->currentIndex());
+    if (cboIdProv->count() == 0)
+        return Aviso(QStringLiteral("Debe seleccionar un Proveedor"));
+    if (Trim(TxtNumero->text()).isEmpty())
+        return Aviso(QStringLiteral("Debe ingresar un número de factura"));
+    return true;
+}
+
+bool VentanaConcepto::ControlarImportesYNumero()
+{
+    if (!EsNumerico(TxtGrav->text()))
+        return Aviso(QStringLiteral("El Valor Gravado debe ser númerico"));
+    if (!EsNumerico(TxtNoGrav->text()))
+        return Aviso(QStringLiteral("El Valor No Gravado debe ser númerico"));
+    if (Trim(Tag(TxtNumero)) != Trim(TxtNumero->text()) && Duplicado(TxtNumero->text()))
+        return false;
+    return true;
+}
+
+bool VentanaConcepto::SalirSinGuardar() const
+{
+    return s_.mensajes->MsgBox(QStringLiteral("Desea salir sin guardar los datos"), vb::vbYesNo + vb::vbQuestion,
+                               QStringLiteral("Confirmación")) == vb::vbYes;
 }
 
 void VentanaConcepto::ReemplazarApostrofes()

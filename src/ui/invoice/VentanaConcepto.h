@@ -155,6 +155,14 @@ protected:
     // Links the input controller, sets the focus order (extra widgets go before the buttons)
     // and takes the window keys; called once by each window when its own controls exist.
     void TerminarArmado(const QList<QWidget *> &extra);
+    // The key help line: the keys of the lines, the same on both windows, then the window's own.
+    void MostrarTeclas(const QString &propias);
+    // A field, a combo and a caption made as every one of the windows is: a named field (an
+    // amount right-aligned, a width when given), a named combo (a least width when given), a
+    // caption whose Alt + underlined letter moves to its field.
+    static QLineEdit *Caja(QWidget *padre, const char *nombre, bool monto = false, int ancho = 0);
+    static QComboBox *Combo(QWidget *padre, const char *nombre, int ancho = 0);
+    static QLabel *Rotulo(QWidget *padre, const QString &texto, QWidget *campo);
 
     // --- Shared steps ----------------------------------------------------------------------
     Sesion &S() const { return s_; }
@@ -185,6 +193,14 @@ protected:
     void SincronizarProvDesdeId();
     // The duplicate check over all periods; true on a hit (the message has been shown).
     bool Duplicado(const QString &numero);
+    // The first checks of a header save: a supplier (cboIdProv brought to cboProv) and an
+    // invoice number; false once the message of the first that fails has been shown.
+    bool ControlarProveedorYNumero();
+    // The checks of a save over a header already written: both amounts numeric and a changed
+    // number not used yet; false once the message of the first that fails has been shown.
+    bool ControlarImportesYNumero();
+    // "Desea salir sin guardar los datos": true when the user answers yes.
+    bool SalirSinGuardar() const;
     // Replaces the apostrophes of both descriptions by "´" and shows the result.
     void ReemplazarApostrofes();
     // Locks TxtNumero while taxed amounts exist.

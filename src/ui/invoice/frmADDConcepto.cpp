@@ -14,7 +14,6 @@
 
 using conv::EsNumerico;
 using conv::Format;
-using conv::Trim;
 using oDB::Q;
 
 frmADDConcepto::frmADDConcepto(Sesion &sesion, Principal *principal, QWidget *parent)
@@ -23,9 +22,7 @@ frmADDConcepto::frmADDConcepto(Sesion &sesion, Principal *principal, QWidget *pa
     Chk_EnviarASeguimiento = new QCheckBox(QStringLiteral("&Registrar en Seguimiento Proveedores"), this);
     Chk_EnviarASeguimiento->setObjectName(QStringLiteral("Chk_EnviarASeguimiento"));
     zonaPropia()->addWidget(Chk_EnviarASeguimiento);
-    lbTeclas->setText(QStringLiteral(
-        "Gravado [Enter] agrega el importe - IVA % o Ing B % [Enter] calcula desde el gravado elegido - "
-        "Valor [Enter] agrega la línea - [Supr] en una lista elimina - [Esc] limpia la línea de IVA"));
+    MostrarTeclas(QStringLiteral("[Esc] limpia la línea de IVA"));
     TerminarArmado({Chk_EnviarASeguimiento});
 
     txtIVARIN->setText(conv::NumeroATexto(S().IvaRIN));
@@ -80,11 +77,8 @@ QString frmADDConcepto::SentenciaUpdate() const
 bool frmADDConcepto::IVAValidar()
 {
     try {
-        cboIdProv->setCurrentIndex(cboProv->currentIndex());
-        if (cboIdProv->count() == 0)
-            return Aviso(QStringLiteral("Debe seleccionar un Proveedor"));
-        if (Trim(TxtNumero->text()).isEmpty())
-            return Aviso(QStringLiteral("Debe ingresar un número de factura"));
+        if (!ControlarProveedorYNumero())
+            return false;
 
         if (!guardado_) {
             // Insert: "Gravado" is not checked yet, the amounts are still being entered.
@@ -103,11 +97,7 @@ bool frmADDConcepto::IVAValidar()
             return true;
         }
 
-        if (!EsNumerico(TxtGrav->text()))
-            return Aviso(QStringLiteral("El Valor Gravado debe ser númerico"));
-        if (!EsNumerico(TxtNoGrav->text()))
-            return Aviso(QStringLiteral("El Valor No Gravado debe ser númerico"));
-        if (Trim(Tag(TxtNumero)) != Trim(TxtNumero->text()) && Duplicado(TxtNumero->text()))
+        if (!ControlarImportesYNumero())
             return false;
         // The row stays addressed by the number it was inserted under (the tag is kept).
         db().Ejecutar(SentenciaUpdate());
@@ -151,8 +141,7 @@ void frmADDConcepto::cmdCerrar_Click()
             CerrarVentana();
             return;
         }
-        if (S().mensajes->MsgBox(QStringLiteral("Desea salir sin guardar los datos"), vb::vbYesNo + vb::vbQuestion,
-                                 QStringLiteral("Confirmación")) != vb::vbYes)
+        if (!SalirSinGuardar())
             return;
         // Only the taxed amounts go: VAT lines (and the header a VAT line inserted) stay.
         db().Ejecutar(QStringLiteral("delete from IVC_Gravado ") + QStringLiteral("where USRSNRCUIT = ") +

@@ -15,7 +15,6 @@
 #include <QScrollBar>
 #include <QTreeWidget>
 
-using conv::EsNumerico;
 using conv::Format;
 using conv::Trim;
 using oDB::Q;
@@ -24,14 +23,10 @@ frmMODConcepto::frmMODConcepto(Sesion &sesion, Principal *principal, QWidget *pa
     : VentanaConcepto(sesion, principal, QStringLiteral("frmMODConcepto"), QStringLiteral("Modificar"), parent)
 {
     // The gross-income amount of an earlier-version invoice, beside the lines' total.
-    lbINGBOld = new QLabel(QStringLiteral("Ing Brutos"), fraIngBrutos);
-    lbINGBOld->setObjectName(QStringLiteral("lbINGBOld"));
-    txtINGBRUOld = new QLineEdit(fraIngBrutos);
-    txtINGBRUOld->setObjectName(QStringLiteral("txtINGBRUOld"));
-    txtINGBRUOld->setAlignment(Qt::AlignRight);
-    txtINGBRUOld->setMaximumWidth(100);
+    txtINGBRUOld = Caja(fraIngBrutos, "txtINGBRUOld", true, 100);
     txtINGBRUOld->setReadOnly(true);
-    lbINGBOld->setBuddy(txtINGBRUOld);
+    lbINGBOld = Rotulo(fraIngBrutos, QStringLiteral("Ing Brutos"), txtINGBRUOld);
+    lbINGBOld->setObjectName(QStringLiteral("lbINGBOld"));
     pieIngBrutos()->insertWidget(0, lbINGBOld);
     pieIngBrutos()->insertWidget(1, txtINGBRUOld);
     lbINGBOld->setVisible(false);
@@ -40,14 +35,10 @@ frmMODConcepto::frmMODConcepto(Sesion &sesion, Principal *principal, QWidget *pa
     // Period change.
     auto *fraPeriodo = new QGroupBox(QStringLiteral("Cambio de Período de la Compra Actual"), this);
     auto *h = new QHBoxLayout(fraPeriodo);
-    cboMES = new QComboBox(fraPeriodo);
-    cboMES->setObjectName(QStringLiteral("cboMES"));
+    cboMES = Combo(fraPeriodo, "cboMES");
     for (int m = 1; m <= 12; ++m)
         cboMES->addItem(conv::NombreMes(m));
-    TxtYear = new QLineEdit(fraPeriodo);
-    TxtYear->setObjectName(QStringLiteral("TxtYear"));
-    TxtYear->setMaximumWidth(60);
-    TxtYear->setAlignment(Qt::AlignRight);
+    TxtYear = Caja(fraPeriodo, "TxtYear", true, 60);
     VScroll = new QScrollBar(Qt::Vertical, fraPeriodo);
     VScroll->setObjectName(QStringLiteral("VScroll"));
     VScroll->setRange(1990, 2100);
@@ -61,13 +52,9 @@ frmMODConcepto::frmMODConcepto(Sesion &sesion, Principal *principal, QWidget *pa
     cmdCambiarPeriodo = new QPushButton(QStringLiteral("Cambiar"), fraPeriodo);
     cmdCambiarPeriodo->setObjectName(QStringLiteral("cmdCambiarPeriodo"));
     cmdCambiarPeriodo->setAutoDefault(false);
-    auto *rotMes = new QLabel(QStringLiteral("&Mes"), fraPeriodo);
-    rotMes->setBuddy(cboMES);
-    auto *rotAnio = new QLabel(QStringLiteral("&Año"), fraPeriodo);
-    rotAnio->setBuddy(TxtYear);
-    h->addWidget(rotMes);
+    h->addWidget(Rotulo(fraPeriodo, QStringLiteral("&Mes"), cboMES));
     h->addWidget(cboMES);
-    h->addWidget(rotAnio);
+    h->addWidget(Rotulo(fraPeriodo, QStringLiteral("&Año"), TxtYear));
     h->addWidget(TxtYear);
     h->addWidget(VScroll);
     h->addWidget(cmdCambiarPeriodo);
@@ -80,9 +67,7 @@ frmMODConcepto::frmMODConcepto(Sesion &sesion, Principal *principal, QWidget *pa
     connect(VScroll, &QScrollBar::valueChanged, this, [this](int v) { TxtYear->setText(QString::number(v)); });
     connect(cmdCambiarPeriodo, &QPushButton::clicked, this, [this] { cmdCambiarPeriodo_Click(); });
 
-    lbTeclas->setText(QStringLiteral(
-        "Gravado [Enter] agrega el importe - IVA % o Ing B % [Enter] calcula desde el gravado elegido - "
-        "Valor [Enter] agrega la línea - [Supr] en una lista elimina - Guardar [F11] - Salir [Esc]"));
+    MostrarTeclas(QStringLiteral("Guardar [F11] - Salir [Esc]"));
     TerminarArmado({txtINGBRUOld, cboMES, TxtYear, VScroll, cmdCambiarPeriodo});
 }
 
@@ -229,17 +214,8 @@ bool frmMODConcepto::IVAValidar()
             RetirarIngBrutosAnterior();
             escribirIngBrutos = true;
         }
-        cboIdProv->setCurrentIndex(cboProv->currentIndex());
-        if (cboIdProv->count() == 0)
-            return Aviso(QStringLiteral("Debe seleccionar un Proveedor"));
-        if (Trim(TxtNumero->text()).isEmpty())
-            return Aviso(QStringLiteral("Debe ingresar un número de factura"));
-        if (!EsNumerico(TxtGrav->text()))
-            return Aviso(QStringLiteral("El Valor Gravado debe ser númerico"));
-        if (!EsNumerico(TxtNoGrav->text()))
-            return Aviso(QStringLiteral("El Valor No Gravado debe ser númerico"));
         // A changed supplier alone is not checked: only a changed number.
-        if (Trim(Tag(TxtNumero)) != Trim(TxtNumero->text()) && Duplicado(TxtNumero->text()))
+        if (!ControlarProveedorYNumero() || !ControlarImportesYNumero())
             return false;
         ReemplazarApostrofes();
 
@@ -279,8 +255,7 @@ void frmMODConcepto::cmdGuardar_Click()
 void frmMODConcepto::cmdCerrar_Click()
 {
     if (!guardado_) {
-        if (S().mensajes->MsgBox(QStringLiteral("Desea salir sin guardar los datos"), vb::vbYesNo + vb::vbQuestion,
-                                 QStringLiteral("Confirmación")) != vb::vbYes)
+        if (!SalirSinGuardar())
             return;
     } else {
         RecargarPrincipal();
