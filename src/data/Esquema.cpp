@@ -37,7 +37,7 @@ QStringList SentenciasPersonal()
                            "USRSCONIVA TEXT COLLATE NOCASE,"
                            "USRSDOMICI TEXT COLLATE NOCASE,"
                            "USRSEMAIL TEXT COLLATE NOCASE)"),
-            QStringLiteral("CREATE INDEX USR_CUIT ON USR (USRSNRCUIT)"),
+            QStringLiteral("CREATE UNIQUE INDEX USR_CUIT ON USR (USRSNRCUIT)"),
             QStringLiteral("CREATE INDEX USR_NOMBRE ON USR (USRSNOMBRE)")};
 }
 
@@ -52,7 +52,7 @@ QStringList SentenciasKestrel()
                        "PRVSEMAIL TEXT COLLATE NOCASE,"
                        "PRVSCONTAC TEXT COLLATE NOCASE,"
                        "PRVFALTA DATE)"),
-        QStringLiteral("CREATE INDEX PRV_CUIT ON PRV (PRVSNRCUIT)"),
+        QStringLiteral("CREATE UNIQUE INDEX PRV_CUIT ON PRV (PRVSNRCUIT)"),
         QStringLiteral("CREATE INDEX PRV_NOMBRE ON PRV (PRVSNOMBRE)"),
         QStringLiteral("CREATE TABLE IVC ("
                        "USRSNRCUIT TEXT COLLATE NOCASE NOT NULL,"

@@ -124,6 +124,9 @@ void TstODB::archivoInexistenteNombraLaRuta()
 
 void TstODB::crearBasesNoSobrescribe()
 {
+    // A supplier's CUIT is its key: a second row with it is refused.
+    QVERIFY_THROWS_EXCEPTION(oDB::ErrorBD, db().Ejecutar(QStringLiteral("INSERT INTO PRV(PRVSNRCUIT,PRVSNOMBRE) values ('30-1','Otra')")));
+    QCOMPARE(libro->Contar(QStringLiteral("PRV")), 1L);
     QVERIFY_THROWS_EXCEPTION(oDB::ErrorBD, esquema::CrearBases(libro->Carpeta()));
     QCOMPARE(libro->Contar(QStringLiteral("IVC")), 1L);
 }
