@@ -482,8 +482,8 @@ QByteArray ALatin1(const QString &s)
 {
     QByteArray out;
     out.reserve(s.size());
-    for (QChar c : s)
-        out.append(c.unicode() < 256 ? char(c.unicode()) : '?');
+    for (char32_t c : s.toUcs4())
+        out.append(c < 256 ? char(c) : '?');
     return out;
 }
 

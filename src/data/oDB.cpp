@@ -105,7 +105,8 @@ QString Recordset::GetString(const QString &delimCol, const QString &delimFila,
 
 void Recordset::Close()
 {
-    Exigir();
+    // A recordset that a failed statement left closed is closed again without complaint, so
+    // the error that failed the statement is the one reported.
     abierto_ = false;
     nombres_.clear();
     filas_.clear();

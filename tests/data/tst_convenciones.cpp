@@ -212,6 +212,8 @@ void TstConvenciones::latin1()
 {
     QCOMPARE(conv::ALatin1(QStringLiteral("PEÑA")), QByteArray("PE\xD1" "A"));
     QCOMPARE(conv::ALatin1(QStringLiteral("a€b")), QByteArray("a?b"));
+    // A character outside the basic plane is one character: one "?".
+    QCOMPARE(conv::ALatin1(QStringLiteral("a\U0001F600b")), QByteArray("a?b"));
 }
 
 QTEST_APPLESS_MAIN(TstConvenciones)
