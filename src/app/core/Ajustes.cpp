@@ -20,7 +20,12 @@ QString Ajustes::Leer(const QString &aplicacion, const QString &seccion, const Q
                       const QString &defecto) const
 {
     QSettings s(Archivo(aplicacion), QSettings::IniFormat);
-    return s.value(seccion + u'/' + clave, defecto).toString();
+    const QVariant v = s.value(seccion + u'/' + clave, defecto);
+    // An unquoted value written by hand with a comma ("IVARIN=10,5") is read by the INI
+    // format as a list: it is one text.
+    if (v.typeId() == QMetaType::QStringList)
+        return v.toStringList().join(u',');
+    return v.toString();
 }
 
 void Ajustes::Guardar(const QString &aplicacion, const QString &seccion, const QString &clave,
