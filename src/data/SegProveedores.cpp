@@ -13,17 +13,17 @@ namespace SegProveedoresServices {
 
 namespace {
 
-// The tracking book, opened (and created with its table when missing) for one call.
+// The tracking book, opened for one call; its table is created when missing. A missing file
+// is an error naming it: the book is created with the others (crear-bases, demo).
 class Libro
 {
 public:
     explicit Libro(const QString &ruta)
     {
-        const QFileInfo info(ruta);
-        if (!info.dir().exists())
-            throw oDB::ErrorBD{QStringLiteral("No se encuentra la carpeta de la base de seguimiento "
-                                              "de proveedores '%1'.").arg(ruta), 3044};
-        db_ = oDB::clManejo::Abrir(ruta, true);
+        if (!QFileInfo(ruta).isFile())
+            throw oDB::ErrorBD{QStringLiteral("No se encuentra la base de seguimiento de proveedores "
+                                              "'%1'.").arg(ruta), 3044};
+        db_ = oDB::clManejo::Abrir(ruta, false);
         for (const QString &s : esquema::SentenciasProveedores())
             Ejecutar(s);
     }

@@ -26,8 +26,8 @@ public:
     void setsp_pcuituser(const QString &cuit) { cuit_ = cuit; }
     void setPathDB(const QString &ruta) { ruta_ = ruta; }
 
-    // Records one posting in the supplier's account. The book's folder must exist; the file
-    // and its table are created when missing. Throws oDB::ErrorBD when it cannot record.
+    // Records one posting in the supplier's account. The book file must exist; its table is
+    // created when missing. Throws oDB::ErrorBD when it cannot record.
     void SP_IMPUTACIONESDESDEFACTURACION(const QString &cuitEmpresa, const QString &cuitProveedor,
                                          const QString &fecha, const QString &numero,
                                          const QString &descripcion, const QString &lado,

@@ -13,7 +13,7 @@ private slots:
     void cadaEnvioEsUnaImputacion();
     void fallasSeInformanSinPerderNada_data();
     void fallasSeInformanSinPerderNada();
-    void creaElLibroCuandoFalta();
+    void libroSinTablaLaCrea();
 };
 
 void TstSeguimiento::cadaEnvioEsUnaImputacion()
@@ -51,6 +51,7 @@ void TstSeguimiento::fallasSeInformanSinPerderNada_data()
     QTest::newRow("missing folder") << "/no/existe/" << "15-03-2026";
     QTest::newRow("file that is not a book") << "NOLIBRO" << "15-03-2026";
     QTest::newRow("date that is not a date") << "" << "xx";
+    QTest::newRow("missing book file") << "SINLIBRO" << "15-03-2026";
 }
 
 void TstSeguimiento::fallasSeInformanSinPerderNada()
@@ -63,6 +64,8 @@ void TstSeguimiento::fallasSeInformanSinPerderNada()
         // A folder named like the book: it cannot be opened as a file.
         QDir(libro.Carpeta()).mkpath(QStringLiteral("x/proveedores.mdb"));
         s.RutaFacturacion = libro.Carpeta() + QStringLiteral("x/");
+    } else if (ruta == QLatin1String("SINLIBRO")) {
+        QFile::remove(libro.Carpeta() + QStringLiteral("proveedores.mdb"));
     } else if (!ruta.isEmpty()) {
         s.RutaFacturacion = ruta;
     }
@@ -78,10 +81,10 @@ void TstSeguimiento::fallasSeInformanSinPerderNada()
     QCOMPARE(libro.Contar(QStringLiteral("IVC")), 1L);
 }
 
-void TstSeguimiento::creaElLibroCuandoFalta()
+void TstSeguimiento::libroSinTablaLaCrea()
 {
     LibroDePrueba libro;
-    QFile::remove(libro.Carpeta() + QStringLiteral("proveedores.mdb"));
+    libro.Ejecutar(QStringLiteral("proveedores.mdb"), {QStringLiteral("drop table IMPUTACIONES")});
     SP_EnviarASeguimiento(libro.S(), QStringLiteral("20-1"), QStringLiteral("30-2"), QStringLiteral("15-03-2026"),
                           QStringLiteral("7"), QStringLiteral("Factura C"), 10);
     QVERIFY(libro.Mensajes().mostrados.isEmpty());
