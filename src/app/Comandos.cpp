@@ -66,6 +66,9 @@ bool PrepararSesion(Sesion &s, const QStringList &args)
     } catch (const oDB::ErrorBD &e) {
         Error(e.descripcion);
         return false;
+    } catch (const conv::ErrorConversion &e) {
+        Error(QStringLiteral("El periodo '%1' no es una fecha válida: %2").arg(periodo, e.descripcion));
+        return false;
     }
     return true;
 }

@@ -33,6 +33,13 @@ int main(int argc, char **argv)
         return EjecutarPrograma(argc, argv, QString());
     if (args.size() == 2 && comando == QLatin1String("--ajustes"))
         return EjecutarPrograma(argc, argv, args[1]);
-    std::fprintf(stderr, "uso: ivacompras [--ajustes DIR] | crear-bases DIR\n");
+    std::fprintf(stderr,
+                 "uso: ivacompras [--ajustes DIR]\n"
+                 "     ivacompras crear-bases DIR\n"
+                 "     ivacompras demo DIR\n"
+                 "     ivacompras exportar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo RUTA.xls\n"
+                 "     ivacompras imprimir --datos DIR --cuit CUIT --periodo MM/AAAA (--pdf RUTA | --texto RUTA)"
+                 " [--fuente N] [--lineas N]\n"
+                 "     ivacompras cuenta --datos DIR --cuit CUIT [--proveedor CUIT]\n");
     return 2;
 }
