@@ -3,8 +3,8 @@
 # Does nothing when everything is already there.
 set -euo pipefail
 pkgs=(build-essential cmake pkg-config qt6-base-dev qt6-base-dev-tools
-      libsqlite3-dev libgl1-mesa-dev xvfb xauth fonts-liberation fonts-dejavu-core
-      poppler-utils)
+      libsqlite3-dev libgl1-mesa-dev fonts-liberation fonts-dejavu-core
+      qt6-translations-l10n)
 missing=()
 for p in "${pkgs[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

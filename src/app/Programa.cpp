@@ -7,6 +7,9 @@
 #include "ui/main/frmMAIN.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
 #include <QPointer>
 #include <cstdio>
 
@@ -18,6 +21,12 @@ int EjecutarPrograma(int &argc, char **argv, const QString &dirAjustes)
     }
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("IVA Compras"));
+    // Qt's own texts (the save dialog, context menus) in Spanish, whatever the machine's
+    // language, when the translations are installed.
+    QTranslator traduccion;
+    if (traduccion.load(QLocale(QLocale::Spanish, QLocale::Argentina), QStringLiteral("qtbase"),
+                        QStringLiteral("_"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(&traduccion);
 
     Sesion sesion{Ajustes(dirAjustes)};
     MensajesQt mensajes;

@@ -61,6 +61,21 @@ int Respuesta(QMessageBox::StandardButton b)
     }
 }
 
+// The program speaks Spanish whatever the machine's language.
+QString TextoBoton(QMessageBox::StandardButton b)
+{
+    switch (b) {
+    case QMessageBox::Yes:
+        return QStringLiteral("&Sí");
+    case QMessageBox::No:
+        return QStringLiteral("&No");
+    case QMessageBox::Cancel:
+        return QStringLiteral("Cancelar");
+    default:
+        return QStringLiteral("Aceptar");
+    }
+}
+
 } // namespace
 
 int MensajesQt::MsgBox(const QString &texto, int estilo, const QString &titulo)
@@ -77,7 +92,7 @@ int MensajesQt::MsgBox(const QString &texto, int estilo, const QString &titulo)
 
     const QList<QMessageBox::StandardButton> botones = Botones(estilo);
     for (QMessageBox::StandardButton b : botones)
-        box.addButton(b);
+        box.addButton(b)->setText(TextoBoton(b));
     // Default button: the first unless the style names the second (256) or the third (512).
     const int porDefecto = qBound(0, (estilo & 0x300) >> 8, int(botones.size()) - 1);
     box.setDefaultButton(botones[porDefecto]);
