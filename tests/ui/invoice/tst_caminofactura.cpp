@@ -2,6 +2,7 @@
 // and saved, the list shows it with its totals; Enter on its row opens the modify window
 // filled from that row.
 
+#include "LibroFacturas.h"
 #include "Teclado.h"
 #include "common/Libro.h"
 #include "common/MensajesGuion.h"
@@ -43,10 +44,7 @@ private slots:
     void caminoDeUnaFactura()
     {
         LibroDePrueba libro;
-        libro.Empresa(QStringLiteral("20111111112"), QStringLiteral("Empresa SA"));
-        libro.Periodo(QStringLiteral("20111111112"), QStringLiteral("01/11/2026"));
-        libro.Proveedor(QStringLiteral("30700000011"), QStringLiteral("Acme"));
-        libro.Proveedor(QStringLiteral("30700000022"), QStringLiteral("Beta"));
+        LlenarLibro(libro);
         frmMAIN m(libro.S());
         m.show();
         QVERIFY(QTest::qWaitForWindowActive(&m));

@@ -2,6 +2,7 @@
 // ticked, every press of "Guardar" posts the invoice as the screen shows it then, whatever the
 // header save did; a posting that fails is reported and loses nothing.
 
+#include "LibroFacturas.h"
 #include "Teclado.h"
 #include "common/Libro.h"
 #include "common/MensajesGuion.h"
@@ -16,12 +17,6 @@
 #include <QTreeWidget>
 #include <memory>
 
-namespace {
-const QString kEmpresa = QStringLiteral("20111111112");
-const QString kAcme = QStringLiteral("30700000011");
-const QString kBeta = QStringLiteral("30700000022");
-} // namespace
-
 class TstEnvioSeguimiento : public QObject
 {
     Q_OBJECT
@@ -32,16 +27,10 @@ class TstEnvioSeguimiento : public QObject
     std::unique_ptr<frmADDConcepto> Abrir()
     {
         libro = std::make_unique<LibroDePrueba>();
-        libro->Empresa(kEmpresa, QStringLiteral("Empresa SA"));
-        libro->Periodo(kEmpresa, QStringLiteral("01/11/2026"));
-        libro->Proveedor(kAcme, QStringLiteral("Acme"));
-        libro->Proveedor(kBeta, QStringLiteral("Beta"));
+        LlenarLibro(*libro);
         principal = PrincipalContador();
         auto w = std::make_unique<frmADDConcepto>(libro->S(), &principal);
-        w->show();
-        w->activateWindow();
-        if (!QTest::qWaitForWindowActive(w.get()))
-            qWarning("window not active");
+        Mostrar(*w);
         return w;
     }
     MensajesGuion &Msg() { return libro->Mensajes(); }

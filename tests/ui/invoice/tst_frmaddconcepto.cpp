@@ -1,6 +1,7 @@
 // The add-invoice window driven from the keyboard over a real book: the header save and its
 // checks, the taxed amounts, the VAT lines and the totals.
 
+#include "LibroFacturas.h"
 #include "Teclado.h"
 #include "common/Libro.h"
 #include "common/MensajesGuion.h"
@@ -13,12 +14,6 @@
 #include <QTreeWidget>
 #include <memory>
 
-namespace {
-const QString kEmpresa = QStringLiteral("20111111112");
-const QString kAcme = QStringLiteral("30700000011");
-const QString kBeta = QStringLiteral("30700000022");
-} // namespace
-
 class TstFrmADDConcepto : public QObject
 {
     Q_OBJECT
@@ -30,12 +25,7 @@ class TstFrmADDConcepto : public QObject
     std::unique_ptr<frmADDConcepto> Abrir(bool conProveedores = true)
     {
         libro = std::make_unique<LibroDePrueba>();
-        libro->Empresa(kEmpresa, QStringLiteral("Empresa SA"));
-        libro->Periodo(kEmpresa, QStringLiteral("01/11/2026"));
-        if (conProveedores) {
-            libro->Proveedor(kAcme, QStringLiteral("Acme"));
-            libro->Proveedor(kBeta, QStringLiteral("Beta"));
-        }
+        LlenarLibro(*libro, conProveedores);
         principal = PrincipalContador();
         return Nueva();
     }
@@ -43,10 +33,7 @@ class TstFrmADDConcepto : public QObject
     std::unique_ptr<frmADDConcepto> Nueva()
     {
         auto w = std::make_unique<frmADDConcepto>(libro->S(), &principal);
-        w->show();
-        w->activateWindow();
-        if (!QTest::qWaitForWindowActive(w.get()))
-            qWarning("window not active");
+        Mostrar(*w);
         return w;
     }
     MensajesGuion &Msg() { return libro->Mensajes(); }

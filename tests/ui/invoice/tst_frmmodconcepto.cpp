@@ -2,6 +2,7 @@
 // row, the update addressed by the opening supplier and number, the period change, and the
 // ways out.
 
+#include "LibroFacturas.h"
 #include "Teclado.h"
 #include "common/Libro.h"
 #include "common/MensajesGuion.h"
@@ -16,10 +17,6 @@
 #include <memory>
 
 namespace {
-const QString kEmpresa = QStringLiteral("20111111112");
-const QString kAcme = QStringLiteral("30700000011");
-const QString kBeta = QStringLiteral("30700000022");
-
 // The list row of invoice "0001-5" of Acme as the main window passes it.
 FilaFactura Fila(const QString &numero = QStringLiteral("0001-5"))
 {
@@ -48,10 +45,7 @@ class TstFrmMODConcepto : public QObject
     void Libro(bool conLineas)
     {
         libro = std::make_unique<LibroDePrueba>();
-        libro->Empresa(kEmpresa, QStringLiteral("Empresa SA"));
-        libro->Periodo(kEmpresa, QStringLiteral("01/11/2026"));
-        libro->Proveedor(kAcme, QStringLiteral("Acme"));
-        libro->Proveedor(kBeta, QStringLiteral("Beta"));
+        LlenarLibro(*libro);
         libro->Factura(kEmpresa, kAcme, QStringLiteral("01/10/2026"), QStringLiteral("05/10/2026"), QStringLiteral("B"),
                        QStringLiteral("0001-5"), 100, 5, 21, 0);
         libro->Ejecutar(QStringLiteral("update IVC set DESCRIPCION = ' servicio ', DESCRIPCIONEXTRA = null"));
@@ -65,10 +59,7 @@ class TstFrmMODConcepto : public QObject
     {
         auto w = std::make_unique<frmMODConcepto>(libro->S(), &principal);
         w->Cargar(fila);
-        w->show();
-        w->activateWindow();
-        if (!QTest::qWaitForWindowActive(w.get()))
-            qWarning("window not active");
+        Mostrar(*w);
         return w;
     }
     MensajesGuion &Msg() { return libro->Mensajes(); }

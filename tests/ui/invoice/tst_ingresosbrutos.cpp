@@ -3,6 +3,7 @@
 // lines, deleting lines, and the invoices of the earlier single-amount scheme on the modify
 // window.
 
+#include "LibroFacturas.h"
 #include "Teclado.h"
 #include "common/Libro.h"
 #include "common/MensajesGuion.h"
@@ -18,9 +19,6 @@
 #include <memory>
 
 namespace {
-const QString kEmpresa = QStringLiteral("20111111112");
-const QString kAcme = QStringLiteral("30700000011");
-const QString kBeta = QStringLiteral("30700000022");
 const QString kLineasIB = QStringLiteral("select IVCdetId,IVCDETIB,IVCDETIBDSC,IVCDETIBVLR,IVCSNROFAC "
                                          "from IVC_DetIngBrutos order by IVCdetId");
 } // namespace
@@ -35,19 +33,8 @@ class TstIngresosBrutos : public QObject
     void Libro()
     {
         libro = std::make_unique<LibroDePrueba>();
-        libro->Empresa(kEmpresa, QStringLiteral("Empresa SA"));
-        libro->Periodo(kEmpresa, QStringLiteral("01/11/2026"));
-        libro->Proveedor(kAcme, QStringLiteral("Acme"));
-        libro->Proveedor(kBeta, QStringLiteral("Beta"));
+        LlenarLibro(*libro);
         principal = PrincipalContador();
-    }
-    template <class Ventana>
-    static void Mostrar(Ventana &w)
-    {
-        w.show();
-        w.activateWindow();
-        if (!QTest::qWaitForWindowActive(&w))
-            qWarning("window not active");
     }
     std::unique_ptr<frmADDConcepto> Agregar()
     {
