@@ -43,6 +43,15 @@ void LibroDePrueba::EscribirUbicaciones() const
         a.Guardar(QStringLiteral("FACTURACION"), QStringLiteral("BASES"), QString::fromLatin1(clave), Carpeta());
 }
 
+void LibroDePrueba::Recordar(const QString &cuit, const QString &periodo) const
+{
+    const Ajustes &a = sesion_->ajustes;
+    if (!cuit.isEmpty())
+        a.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("USRSNROCUIT"), cuit);
+    if (!periodo.isEmpty())
+        a.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("IVCFPERIOD"), periodo);
+}
+
 void LibroDePrueba::Periodo(const QString &cuit, const QString &periodo)
 {
     sesion_->CuitUsuario = cuit;

@@ -21,6 +21,9 @@ public:
 
     // Writes the settings that point the program at this book.
     void EscribirUbicaciones() const;
+    // Writes the company and the period the program remembers from its last run; an empty
+    // value is left unwritten.
+    void Recordar(const QString &cuit, const QString &periodo) const;
 
     // A session connected to the book, with its settings store, a scripted message service,
     // today's date fixed and the given company and period ("dd/mm/yyyy") as current.

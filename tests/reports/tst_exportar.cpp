@@ -1,3 +1,4 @@
+#include "common/Archivo.h"
 #include "common/DialogoGuion.h"
 #include "common/Libro.h"
 #include "common/MensajesGuion.h"
@@ -20,14 +21,6 @@ const QString DESCONOCIDO = QStringLiteral("30999999990");
 const QString MARZO = QStringLiteral("01/03/2005");
 
 using namespace esperado;
-
-QByteArray Leer(const QString &ruta)
-{
-    QFile f(ruta);
-    if (!f.open(QIODevice::ReadOnly))
-        return QByteArray("<no file>");
-    return f.readAll();
-}
 
 } // namespace
 

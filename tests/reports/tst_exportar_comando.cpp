@@ -1,3 +1,4 @@
+#include "common/Archivo.h"
 #include "common/DialogoGuion.h"
 #include "common/Libro.h"
 #include "common/MensajesGuion.h"
@@ -14,14 +15,6 @@ namespace {
 
 const QString EMPRESA = QStringLiteral("20123456789");
 const QString P1 = QStringLiteral("30111111118");
-
-QByteArray Leer(const QString &ruta)
-{
-    QFile f(ruta);
-    if (!f.open(QIODevice::ReadOnly))
-        return QByteArray("<no file>");
-    return f.readAll();
-}
 
 struct Salida {
     int codigo = -1;

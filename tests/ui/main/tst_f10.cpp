@@ -1,3 +1,5 @@
+#include "Inicio.h"
+#include "common/Archivo.h"
 #include "common/DialogoGuion.h"
 #include "common/Libro.h"
 #include "common/MensajesGuion.h"
@@ -15,14 +17,6 @@ namespace {
 const QString kAlfa = QStringLiteral("20222222222");
 const QString kUno = QStringLiteral("30700000001");
 const QString kNov = QStringLiteral("01/11/2026");
-
-QByteArray Leer(const QString &ruta)
-{
-    QFile f(ruta);
-    if (!f.open(QIODevice::ReadOnly))
-        return QByteArray("<no file>");
-    return f.readAll();
-}
 } // namespace
 
 // F10 on the main window writes the period's spreadsheet and the two tax-authority files.
@@ -36,7 +30,6 @@ private slots:
     void dialogoCancelado();
 
 private:
-    void Abrir(frmMAIN &w);
     QString Dir() const { return libro->Carpeta() + QStringLiteral("salida/"); }
     std::unique_ptr<LibroDePrueba> libro;
     DialogoGuion dialogo;
@@ -50,8 +43,7 @@ void TstF10::init()
     libro->Factura(kAlfa, kUno, kNov, QStringLiteral("05/11/2026"), QStringLiteral("A"),
                    QStringLiteral("0001-00000009"), 200, 0, 42, 2.5);
     libro->LineaIVA(kAlfa, kUno, QStringLiteral("0001-00000009"), 1, 21, QStringLiteral("Iva del 21:"), 42);
-    libro->S().ajustes.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("USRSNROCUIT"), kAlfa);
-    libro->S().ajustes.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("IVCFPERIOD"), kNov);
+    libro->Recordar(kAlfa, kNov);
     dialogo = DialogoGuion();
     libro->S().dialogo = &dialogo;
     QDir().mkpath(Dir());
@@ -59,18 +51,10 @@ void TstF10::init()
 
 void TstF10::cleanup() { libro.reset(); }
 
-void TstF10::Abrir(frmMAIN &w)
-{
-    AlAbrirse<frmOpciones>([](frmOpciones &f) { QTest::keyClick(f.cboUSR, Qt::Key_F11); });
-    QVERIFY(w.Form_Load());
-    w.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&w));
-}
-
 void TstF10::exportaElPeriodo()
 {
     frmMAIN w(libro->S());
-    Abrir(w);
+    ArrancarYMostrar(w);
     libro->Mensajes().Limpiar();
     dialogo.respuesta = Dir() + QStringLiteral("noviembre");
     QTest::keyClick(w.Grd, Qt::Key_F10);
@@ -98,7 +82,7 @@ void TstF10::exportaElPeriodo()
 void TstF10::dialogoCancelado()
 {
     frmMAIN w(libro->S());
-    Abrir(w);
+    ArrancarYMostrar(w);
     libro->Mensajes().Limpiar();
     dialogo.respuesta = QString();
     QTest::keyClick(w.Grd, Qt::Key_F10);

@@ -1,3 +1,4 @@
+#include "Inicio.h"
 #include "common/ImpresoraGrabadora.h"
 #include "common/Libro.h"
 #include "common/MensajesGuion.h"
@@ -29,7 +30,6 @@ private slots:
     void camposQueNoSirven();
 
 private:
-    void Abrir(frmMAIN &w);
     void Escribir(QLineEdit *txt, const QString &texto);
     std::unique_ptr<LibroDePrueba> libro;
     ImpresoraGrabadora impresora;
@@ -45,21 +45,12 @@ void TstF12::init()
     libro->LineaIVA(kAlfa, kUno, QStringLiteral("0001-00000009"), 1, 21, QStringLiteral("Iva del 21:"), 42);
     libro->LineaIB(kAlfa, kUno, QStringLiteral("0001-00000009"), 1, 1.25, QStringLiteral("IIBB"), 2.5);
     libro->Factura(kAlfa, kUno, kNov, QStringLiteral("05/11/2026"), QStringLiteral("A"), QStringLiteral("0001-00000011"), 5, 0, 1.05, 5);
-    libro->S().ajustes.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("USRSNROCUIT"), kAlfa);
-    libro->S().ajustes.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("IVCFPERIOD"), kNov);
+    libro->Recordar(kAlfa, kNov);
     impresora = ImpresoraGrabadora();
     libro->S().impresora = &impresora;
 }
 
 void TstF12::cleanup() { libro.reset(); }
-
-void TstF12::Abrir(frmMAIN &w)
-{
-    AlAbrirse<frmOpciones>([](frmOpciones &f) { QTest::keyClick(f.cboUSR, Qt::Key_F11); });
-    QVERIFY(w.Form_Load());
-    w.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&w));
-}
 
 void TstF12::Escribir(QLineEdit *txt, const QString &texto)
 {
@@ -72,7 +63,7 @@ void TstF12::Escribir(QLineEdit *txt, const QString &texto)
 void TstF12::imprimeConLosValoresDePantalla()
 {
     frmMAIN w(libro->S());
-    Abrir(w);
+    ArrancarYMostrar(w);
     QTest::keyClick(w.Grd, Qt::Key_F12);
     // The settings read at start: 9 points, 30 lines a page.
     QCOMPARE(impresora.documentos, 1);
@@ -133,7 +124,7 @@ void TstF12::camposQueNoSirven()
     QFETCH(QString, lineas);
     QFETCH(QString, mensaje);
     frmMAIN w(libro->S());
-    Abrir(w);
+    ArrancarYMostrar(w);
     Escribir(w.txtIMPFuente, fuente);
     Escribir(w.txtIMPLinxHoja, lineas);
     QTest::keyClick(w.txtIMPLinxHoja, Qt::Key_F12);

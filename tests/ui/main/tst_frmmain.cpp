@@ -1,3 +1,4 @@
+#include "Inicio.h"
 #include "common/Libro.h"
 #include "common/MensajesGuion.h"
 #include "data/Convenciones.h"
@@ -38,9 +39,6 @@ private slots:
     void f6EscSoloCierraOpciones();
 
 private:
-    void Recordar(const QString &cuit, const QString &periodo);
-    // Runs the start-up, confirming the proposed company and period with F11.
-    bool Arrancar(frmMAIN &w);
     QStringList FilasGrilla(const frmMAIN &w) const;
     std::unique_ptr<LibroDePrueba> libro;
 };
@@ -67,18 +65,6 @@ void TstFrmMain::init()
 
 void TstFrmMain::cleanup() { libro.reset(); }
 
-void TstFrmMain::Recordar(const QString &cuit, const QString &periodo)
-{
-    libro->S().ajustes.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("USRSNROCUIT"), cuit);
-    libro->S().ajustes.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("IVCFPERIOD"), periodo);
-}
-
-bool TstFrmMain::Arrancar(frmMAIN &w)
-{
-    AlAbrirse<frmOpciones>([](frmOpciones &f) { QTest::keyClick(f.cboUSR, Qt::Key_F11); });
-    return w.Form_Load();
-}
-
 QStringList TstFrmMain::FilasGrilla(const frmMAIN &w) const
 {
     QStringList out;
@@ -93,7 +79,7 @@ QStringList TstFrmMain::FilasGrilla(const frmMAIN &w) const
 
 void TstFrmMain::arranqueRecordadoDiciembre()
 {
-    Recordar(kBeta, QStringLiteral("15/12/2025"));
+    libro->Recordar(kBeta, QStringLiteral("15/12/2025"));
     libro->S().ajustes.Guardar(QStringLiteral("FACTURACION"), QStringLiteral("IVC"), QStringLiteral("CFGIMPFUEN"), QStringLiteral("10,5"));
     libro->S().ajustes.Guardar(QStringLiteral("FACTURACION"), QStringLiteral("IVC"), QStringLiteral("CFGIMPLIXP"), QStringLiteral("45"));
     frmMAIN w(libro->S());
@@ -173,7 +159,7 @@ void TstFrmMain::primeraVezListaYTotales()
 
 void TstFrmMain::periodoSinFacturas()
 {
-    Recordar(kBeta, kNov);
+    libro->Recordar(kBeta, kNov);
     frmMAIN w(libro->S());
     QVERIFY(Arrancar(w));
     QCOMPARE(w.Grd->Rows(), 2);
@@ -202,7 +188,7 @@ void TstFrmMain::suprimir()
     QFETCH(int, arriba);
     QFETCH(QString, numero);
     QFETCH(int, filasDespues);
-    Recordar(kAlfa, kNov);
+    libro->Recordar(kAlfa, kNov);
     frmMAIN w(libro->S());
     QVERIFY(Arrancar(w));
     for (int i = 0; i < arriba; ++i)
@@ -238,7 +224,7 @@ void TstFrmMain::escCamposImpresion()
     QFETCH(QString, fuente);
     QFETCH(QString, lineas);
     QFETCH(QString, mensaje);
-    Recordar(kAlfa, kNov);
+    libro->Recordar(kAlfa, kNov);
     frmMAIN w(libro->S());
     QVERIFY(Arrancar(w));
     w.show();
@@ -274,7 +260,7 @@ void TstFrmMain::escCamposImpresion()
 
 void TstFrmMain::f6CambiaEmpresa()
 {
-    Recordar(kAlfa, QStringLiteral("01/10/2026"));
+    libro->Recordar(kAlfa, QStringLiteral("01/10/2026"));
     frmMAIN w(libro->S());
     QVERIFY(Arrancar(w));
     QCOMPARE(w.Grd->Rows(), 2);
@@ -293,7 +279,7 @@ void TstFrmMain::f6CambiaEmpresa()
 
 void TstFrmMain::f6EscSoloCierraOpciones()
 {
-    Recordar(kAlfa, kNov);
+    libro->Recordar(kAlfa, kNov);
     frmMAIN w(libro->S());
     QVERIFY(Arrancar(w));
     w.show();

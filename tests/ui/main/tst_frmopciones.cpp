@@ -63,11 +63,7 @@ void TstFrmOpciones::cleanup()
 
 std::unique_ptr<frmOpciones> TstFrmOpciones::Abrir(const QString &cuit, const QString &periodo)
 {
-    const Ajustes &a = libro->S().ajustes;
-    if (!cuit.isEmpty())
-        a.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("USRSNROCUIT"), cuit);
-    if (!periodo.isEmpty())
-        a.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("IVCFPERIOD"), periodo);
+    libro->Recordar(cuit, periodo);
     LeerDatos(libro->S());
     auto f = std::make_unique<frmOpciones>(libro->S(), principal.get());
     f->show();
