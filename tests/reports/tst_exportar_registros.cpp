@@ -18,6 +18,19 @@ const QString PV2 = QStringLiteral("00002");
 const QString NRO = QStringLiteral("00000000000000012345");
 const QString SIN = QStringLiteral("-"); // no VAT line
 
+// An invoice of supplier 30111111118 with the type, number and name of a case; no amounts yet.
+FacturaExportada Factura(const QString &tipo, const QString &numero, const QString &nombre,
+                         const QString &fecha = QStringLiteral("15/03/2005"))
+{
+    FacturaExportada f;
+    f.fecha = fecha;
+    f.tipo = tipo;
+    f.numero = numero;
+    f.cuit = QStringLiteral("30111111118");
+    f.nombre = nombre;
+    return f;
+}
+
 } // namespace
 
 class TstExportarRegistros : public QObject
@@ -169,12 +182,7 @@ void TstExportarRegistros::registros()
     QFETCH(QString, alicuota);
     QFETCH(bool, gravadoCeroDespues);
 
-    FacturaExportada f;
-    f.fecha = QStringLiteral("15/03/2005");
-    f.tipo = tipo;
-    f.numero = numero;
-    f.cuit = QStringLiteral("30111111118");
-    f.nombre = nombre;
+    FacturaExportada f = Factura(tipo, numero, nombre);
     f.noGravado = noGravado;
     f.gravado = gravado;
     f.iva = iva;
@@ -195,12 +203,8 @@ void TstExportarRegistros::registros()
 
 void TstExportarRegistros::gravadoCeroPasaALaFacturaSiguiente()
 {
-    FacturaExportada a;
-    a.fecha = QStringLiteral("01/03/2005");
-    a.tipo = QStringLiteral("A");
-    a.numero = QStringLiteral("0001-00000001");
-    a.cuit = QStringLiteral("30111111118");
-    a.nombre = QStringLiteral("X");
+    FacturaExportada a = Factura(QStringLiteral("A"), QStringLiteral("0001-00000001"), QStringLiteral("X"),
+                                 QStringLiteral("01/03/2005"));
     a.noGravado = 10; // untaxed only: its taxed digits are all zeros
     FacturaExportada c = a;
     c.tipo = QStringLiteral("C");
@@ -362,12 +366,7 @@ void TstExportarRegistros::filaPlanilla()
     QFETCH(QString, descripcion);
     QFETCH(QString, extra);
     QFETCH(QString, fila);
-    FacturaExportada f;
-    f.fecha = QStringLiteral("15/03/2005");
-    f.tipo = tipo;
-    f.numero = numero;
-    f.cuit = QStringLiteral("30111111118");
-    f.nombre = nombre;
+    FacturaExportada f = Factura(tipo, numero, nombre);
     f.gravado = 1234.5;
     f.iva = 259.25;
     f.ingBrutos = 5;
