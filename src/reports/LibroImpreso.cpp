@@ -81,6 +81,33 @@ void Consultar(Sesion &s, oDB::Recordset &rs, const QString &sql)
         throw oDB::ErrorBD{s.dbLibro->UltimoError()};
 }
 
+// The columns of a line table that the ledger prints: rate, description, value.
+struct ColumnasDetalle {
+    QString tasa;
+    QString descripcion;
+    QString valor;
+};
+
+// The detail lines of an invoice read from a line table: the first after its caption, the
+// others after "-->" alone; each with its rate and "%", its description cut to its width and
+// its value.
+QString Detalle(Sesion &s, const QString &tabla, const QString &deLaFactura, const QString &rotulo,
+                const ColumnasDetalle &c, qint16 anchoDescripcion)
+{
+    cFORMAT::MAIN &fmt = *s.oFormato;
+    QString texto;
+    oDB::Recordset rs;
+    Consultar(s, rs, QStringLiteral("select ") + c.tasa + QStringLiteral(", ") + c.descripcion + QStringLiteral(", ") +
+                         c.valor + QStringLiteral(" from ") + tabla + deLaFactura);
+    for (bool primera = true; !rs.Eof(); rs.MoveNext(), primera = false) {
+        texto += (primera ? rotulo : Blancos(91) + QStringLiteral("-->")) + A(fmt.EsNull(rs(c.tasa)), "D", 5) + u'%' +
+                 u' ' + A(fmt.EsNull(rs(c.descripcion)), "I", anchoDescripcion) + u' ' + A(F(rs(c.valor)), "D", 10) +
+                 kCRLF;
+    }
+    rs.Close();
+    return texto;
+}
+
 QString Periodo(const Sesion &s)
 {
     return QStringLiteral("IVCFPERIOD = datevalue(") + oDB::Q(s.PeriodoDesde) + QStringLiteral(")");
@@ -159,29 +186,11 @@ QString ComponerLibro(Sesion &s)
                                     QStringLiteral(" and PRVSNRCUIT = ") + oDB::Q(proveedor) +
                                     QStringLiteral(" and  IVCSNROFAC = ") + oDB::Q(numero);
 
-        oDB::Recordset rsIB;
-        Consultar(s, rsIB, QStringLiteral("select IVCDETIB, IVCDETIBDSC, IVCDETIBVLR from IVC_DetIngBrutos") +
-                               deLaFactura);
-        for (bool primera = true; !rsIB.Eof(); rsIB.MoveNext(), primera = false) {
-            texto += (primera ? Blancos(72) + QStringLiteral("detalle Ing Brutos -->")
-                              : Blancos(91) + QStringLiteral("-->")) +
-                     A(fmt.EsNull(rsIB(QStringLiteral("IVCDETIB"))), "D", 5) + u'%' + u' ' +
-                     A(fmt.EsNull(rsIB(QStringLiteral("IVCDETIBDSC"))), "I", 19) + u' ' +
-                     A(F(rsIB(QStringLiteral("IVCDETIBVLR"))), "D", 10) + kCRLF;
-        }
-        rsIB.Close();
-
-        oDB::Recordset rsIva;
-        Consultar(s, rsIva, QStringLiteral("select IVCDETIVA, IVCDETDSC, IVCDETVLR from IVC_DetIVA") +
-                                deLaFactura);
-        for (bool primera = true; !rsIva.Eof(); rsIva.MoveNext(), primera = false) {
-            texto += (primera ? Blancos(79) + QStringLiteral("detalle IVA -->")
-                              : Blancos(91) + QStringLiteral("-->")) +
-                     A(fmt.EsNull(rsIva(QStringLiteral("IVCDETIVA"))), "D", 5) + u'%' + u' ' +
-                     A(fmt.EsNull(rsIva(QStringLiteral("IVCDETDSC"))), "I", 30) + u' ' +
-                     A(F(rsIva(QStringLiteral("IVCDETVLR"))), "D", 10) + kCRLF;
-        }
-        rsIva.Close();
+        texto += Detalle(s, QStringLiteral("IVC_DetIngBrutos"), deLaFactura,
+                         Blancos(72) + QStringLiteral("detalle Ing Brutos -->"),
+                         {QStringLiteral("IVCDETIB"), QStringLiteral("IVCDETIBDSC"), QStringLiteral("IVCDETIBVLR")}, 19);
+        texto += Detalle(s, QStringLiteral("IVC_DetIVA"), deLaFactura, Blancos(79) + QStringLiteral("detalle IVA -->"),
+                         {QStringLiteral("IVCDETIVA"), QStringLiteral("IVCDETDSC"), QStringLiteral("IVCDETVLR")}, 30);
 
         rs.MoveNext();
     }
