@@ -269,6 +269,19 @@ struct Numerador {
     }
 };
 
+// Every taxed line of the invoice at 21%; an invoice with no taxed line gets one of the given
+// amount in place of its untaxed amount.
+void GravadoAl21(Escritor::Factura &f, double gravado)
+{
+    if (f.gravados.isEmpty()) {
+        f.gravados << gravado;
+        f.noGravado = 0;
+    }
+    f.tasas.clear();
+    for (int l = 0; l < f.gravados.size(); ++l)
+        f.tasas << 21.0;
+}
+
 QString Carpeta(const QString &dir) { return QDir(dir).absolutePath() + u'/'; }
 
 } // namespace
@@ -420,24 +433,12 @@ ResumenDemo CrearDemo(const QString &dir)
                     viejo.tasaIB = 0;
                     viejo.ingBrutosViejo = 150;
                     viejo.descripcion = QStringLiteral("Factura cargada con la versión anterior");
-                    if (viejo.gravados.isEmpty()) {
-                        viejo.gravados << 5000;
-                        viejo.noGravado = 0;
-                    }
-                    viejo.tasas.clear();
-                    for (int l = 0; l < viejo.gravados.size(); ++l)
-                        viejo.tasas << 21.0;
+                    GravadoAl21(viejo, 5000);
                     // A voucher type outside the list of the windows.
                     Escritor::Factura &raro = mes[cantidad - 1];
                     raro.tipo = QStringLiteral("X");
                     raro.descripcion = QStringLiteral("Comprobante de tipo desconocido");
-                    if (raro.gravados.isEmpty()) {
-                        raro.gravados << 1200;
-                        raro.noGravado = 0;
-                    }
-                    raro.tasas.clear();
-                    for (int l = 0; l < raro.gravados.size(); ++l)
-                        raro.tasas << 21.0;
+                    GravadoAl21(raro, 1200);
                 }
                 for (const Escritor::Factura &f : mes)
                     escritor.Escribir(f);
