@@ -226,9 +226,7 @@ void TstFrmMain::escCamposImpresion()
     QFETCH(QString, mensaje);
     libro->Recordar(kAlfa, kNov);
     frmMAIN w(libro->S());
-    QVERIFY(Arrancar(w));
-    w.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&w));
+    ArrancarYMostrar(w);
     for (auto [txt, texto] : {std::pair{w.txtIMPFuente, fuente}, std::pair{w.txtIMPLinxHoja, lineas}}) {
         QTest::keyClick(txt, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClick(txt, Qt::Key_Backspace);
@@ -281,9 +279,7 @@ void TstFrmMain::f6EscSoloCierraOpciones()
 {
     libro->Recordar(kAlfa, kNov);
     frmMAIN w(libro->S());
-    QVERIFY(Arrancar(w));
-    w.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&w));
+    ArrancarYMostrar(w);
     AlAbrirse<frmOpciones>([](frmOpciones &f) {
         QTest::keyClick(f.cboUSR, Qt::Key_Down);
         QTest::keyClick(f.cboUSR, Qt::Key_Escape);
