@@ -1,3 +1,4 @@
+#include "EmpresaDelLibro.h"
 #include "common/ImpresoraGrabadora.h"
 #include "common/Libro.h"
 #include "common/MensajesGuion.h"
@@ -30,7 +31,6 @@ private:
 
 namespace {
 
-const QString kEmpresa = QStringLiteral("20111111112");
 const QString kLargo = QStringLiteral("30111111118");
 const QString kFerreteria = QStringLiteral("30222222229");
 const QString kDesconocido = QStringLiteral("30333333330");
@@ -67,9 +67,7 @@ QString Texto(const QStringList &lineas) { return lineas.join(QStringLiteral("\r
 void TstLibroImpreso::init()
 {
     libro = std::make_unique<LibroDePrueba>();
-    libro->Empresa(kEmpresa, QStringLiteral("Compañía Ñandú S.R.L."));
-    libro->Periodo(kEmpresa, QStringLiteral("01/03/2026"));
-    S().NombreUsuario = QStringLiteral("Compañía Ñandú S.R.L.");
+    EmpresaDelLibro(*libro);
     libro->Proveedor(kLargo, kNombreLargo);
     libro->Proveedor(kFerreteria, QStringLiteral("Ferretería Ñandú"));
 }

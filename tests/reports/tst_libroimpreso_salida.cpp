@@ -1,3 +1,5 @@
+#include "EmpresaDelLibro.h"
+#include "common/Archivo.h"
 #include "common/ImpresoraGrabadora.h"
 #include "common/Libro.h"
 #include "common/MensajesGuion.h"
@@ -29,15 +31,9 @@ private slots:
 private:
     std::unique_ptr<LibroDePrueba> libro;
     Sesion &S() { return libro->S(); }
-    QByteArray Leer(const QString &ruta)
-    {
-        QFile f(ruta);
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }
 };
 
 namespace {
-const QString kEmpresa = QStringLiteral("20111111112");
 const QString kProveedor = QStringLiteral("30222222229");
 
 int PaginasPdf(const QByteArray &pdf)
@@ -49,9 +45,7 @@ int PaginasPdf(const QByteArray &pdf)
 void TstLibroImpresoSalida::init()
 {
     libro = std::make_unique<LibroDePrueba>();
-    libro->Empresa(kEmpresa, QStringLiteral("Compañía Ñandú S.R.L."));
-    libro->Periodo(kEmpresa, QStringLiteral("01/03/2026"));
-    S().NombreUsuario = QStringLiteral("Compañía Ñandú S.R.L.");
+    EmpresaDelLibro(*libro);
     libro->Proveedor(kProveedor, QStringLiteral("Ferretería Ñandú"));
     for (int i = 1; i <= 12; ++i) {
         const QString numero = QStringLiteral("0001-%1").arg(i, 8, 10, QLatin1Char('0'));
