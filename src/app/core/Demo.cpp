@@ -41,16 +41,18 @@ QString Cuit(int prefijo, int cuerpo)
     const int dv = DigitoVerificador(p + c);
     if (dv < 0 || p.size() != 2 || c.size() != 8)
         return QString();
-    return p + u'-' + c + u'-' + QString::number(dv);
+    return p + c + QString::number(dv);
 }
 
 bool CuitValido(const QString &cuit)
 {
-    if (cuit.size() != 13 || cuit[2] != u'-' || cuit[11] != u'-')
+    if (cuit.size() != 11)
         return false;
-    const QString diez = cuit.left(2) + cuit.mid(3, 8);
-    const int dv = DigitoVerificador(diez);
-    return dv >= 0 && cuit[12] == QChar(u'0' + dv);
+    for (QChar c : cuit)
+        if (!c.isDigit())
+            return false;
+    const int dv = DigitoVerificador(cuit.left(10));
+    return dv >= 0 && cuit[10] == QChar(u'0' + dv);
 }
 
 namespace {
