@@ -22,18 +22,6 @@ QString TextoPunto(const QString &s)
     return t;
 }
 
-// The condition on the invoices of the period shared by the summary statements.
-QString ExisteEnPeriodo(const QString &cuit, const QString &periodoDesde,
-                        const QString &condicionExtra)
-{
-    return QStringLiteral(" and exists(") + QStringLiteral(" select PRVSNRCUIT from IVC") +
-           QStringLiteral(" where ") + condicionExtra +
-           QStringLiteral("IVC_DetIVA.IVCSNROFAC = IVC.IVCSNROFAC and") +
-           QStringLiteral(" IVC_DetIVA.PRVSNRCUIT = IVC.PRVSNRCUIT and") +
-           QStringLiteral(" USRSNRCUIT = ") + oDB::Q(cuit) + QStringLiteral(" and") +
-           QStringLiteral(" IVCFPERIOD = datevalue(") + oDB::Q(periodoDesde) + QStringLiteral(")");
-}
-
 } // namespace
 
 QString ImportePunto(double importe)
@@ -128,6 +116,17 @@ QString SqlAlicuota(const QString &cuit, const QString &numero20, const QString 
            QStringLiteral(" and USRSNRCUIT = ") + oDB::Q(cuit);
 }
 
+QString ExisteEnPeriodo(const QString &cuit, const QString &periodoDesde,
+                        const QString &condicionExtra)
+{
+    return QStringLiteral(" and exists(") + QStringLiteral(" select PRVSNRCUIT from IVC") +
+           QStringLiteral(" where ") + condicionExtra +
+           QStringLiteral("IVC_DetIVA.IVCSNROFAC = IVC.IVCSNROFAC and") +
+           QStringLiteral(" IVC_DetIVA.PRVSNRCUIT = IVC.PRVSNRCUIT and") +
+           QStringLiteral(" USRSNRCUIT = ") + oDB::Q(cuit) + QStringLiteral(" and") +
+           QStringLiteral(" IVCFPERIOD = datevalue(") + oDB::Q(periodoDesde) + QStringLiteral(")");
+}
+
 QString SqlResumenTasa(const QString &tasa, const QString &cuit, const QString &periodoDesde)
 {
     // Only the first rate is written without a blank after the equals sign.
@@ -189,20 +188,19 @@ QString DialogoGuardarReporte(Sesion &s, QWidget *propietario)
     return conv::Trim(elegido);
 }
 
+void Consultar(oDB::clManejo &db, oDB::Recordset &rs, const QString &sql)
+{
+    db.setSQL(sql);
+    if (!db.CrearRs(rs) && !rs.Abierto())
+        throw oDB::ErrorBD{db.UltimoError(), -2147217900};
+}
+
 namespace {
 
 void Mensaje(Sesion &s, const QString &texto, int estilo)
 {
     if (s.mensajes)
         s.mensajes->MsgBox(texto, estilo);
-}
-
-// Runs a query of the run; a statement that fails ends the run through its error trap.
-void Consultar(oDB::clManejo &db, oDB::Recordset &rs, const QString &sql)
-{
-    db.setSQL(sql);
-    if (!db.CrearRs(rs) && !rs.Abierto())
-        throw oDB::ErrorBD{db.UltimoError(), -2147217900};
 }
 
 void EscribirArchivo(oFILES::clManejo &archivo, const QString &ruta, const QString &texto)

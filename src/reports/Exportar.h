@@ -10,6 +10,10 @@
 
 class QWidget;
 struct Sesion;
+namespace oDB {
+class clManejo;
+class Recordset;
+} // namespace oDB
 
 // Dotted amount of the spreadsheet: "00.00" with "." for the decimal comma (1234.5 -> 1234.50).
 QString ImportePunto(double importe);
@@ -36,7 +40,8 @@ QString ResumenOtras(double grav, double iva, const QString &sep);
 QString ResumenNoGravado(double ingBrutos, double noGravado, const QString &sep);
 QString ResumenTotal(double total, const QString &sep);
 
-// The statements of the run, as texts.
+// The statements of the run, as texts. The printed ledger builds its summary with the same
+// ones.
 QString SqlFacturasPeriodo(const QString &cuit, const QString &periodoDesde);
 QString SqlNombreProveedor(const QString &cuitProveedor);
 QString SqlAlicuota(const QString &cuit, const QString &numero20, const QString &cuitProveedor);
@@ -44,6 +49,14 @@ QString SqlAlicuota(const QString &cuit, const QString &numero20, const QString 
 QString SqlResumenTasa(const QString &tasa, const QString &cuit, const QString &periodoDesde);
 QString SqlResumenOtras(const QString &cuit, const QString &periodoDesde);
 QString SqlResumenNoGravado(const QString &cuit, const QString &periodoDesde);
+// The sub-query of the summary statements that keeps the VAT lines of the company's invoices of
+// the period, without its closing parenthesis; condicionExtra goes right after its "where".
+QString ExisteEnPeriodo(const QString &cuit, const QString &periodoDesde,
+                        const QString &condicionExtra = QString());
+
+// Runs a query of a report on db. A statement that fails leaves rs closed and raises the
+// engine's error (oDB::ErrorBD), which ends the report through its error trap.
+void Consultar(oDB::clManejo &db, oDB::Recordset &rs, const QString &sql);
 
 // The chosen path made ready: NUL characters removed and ".xls" appended unless the last three
 // characters, lower-cased, are "xls".

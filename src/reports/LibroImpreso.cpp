@@ -3,7 +3,9 @@
 #include "app/core/Impresora.h"
 #include "app/core/Sesion.h"
 #include "data/Convenciones.h"
+#include "reports/Exportar.h"
 #include "reports/Impresoras.h"
+#include "reports/RegistrosAFIP.h"
 
 #include <QDir>
 #include <QPrinterInfo>
@@ -41,13 +43,6 @@ QString A(QString texto, const char *modo, qint16 ancho)
 
 QString F(const QVariant &v) { return conv::Format(v, QStringLiteral("00.00")); }
 
-// An amount as the ledger keeps it: formatted with "00.00" and read back, so that it carries
-// two decimals.
-double Normalizar(double n)
-{
-    return conv::ANumero(conv::Format(n, QStringLiteral("00.00"))).value_or(0);
-}
-
 struct Columna {
     const char *titulo;
     qint16 ancho;
@@ -73,14 +68,6 @@ QString LineaPrincipal(const QStringList &valores)
     return linea + kCRLF;
 }
 
-// Runs a query on the ledger book. A statement that fails leaves the recordset closed, and
-// reading it then raises the engine's error, which ends the report.
-void Consultar(Sesion &s, oDB::Recordset &rs, const QString &sql)
-{
-    if (!s.dbLibro->CrearRs(rs, sql) && !rs.Abierto())
-        throw oDB::ErrorBD{s.dbLibro->UltimoError()};
-}
-
 // The columns of a line table that the ledger prints: rate, description, value.
 struct ColumnasDetalle {
     QString tasa;
@@ -97,7 +84,7 @@ QString Detalle(Sesion &s, const QString &tabla, const QString &deLaFactura, con
     cFORMAT::MAIN &fmt = *s.oFormato;
     QString texto;
     oDB::Recordset rs;
-    Consultar(s, rs, QStringLiteral("select ") + c.tasa + QStringLiteral(", ") + c.descripcion + QStringLiteral(", ") +
+    Consultar(*s.dbLibro, rs, QStringLiteral("select ") + c.tasa + QStringLiteral(", ") + c.descripcion + QStringLiteral(", ") +
                          c.valor + QStringLiteral(" from ") + tabla + deLaFactura);
     for (bool primera = true; !rs.Eof(); rs.MoveNext(), primera = false) {
         texto += (primera ? rotulo : Blancos(91) + QStringLiteral("-->")) + A(fmt.EsNull(rs(c.tasa)), "D", 5) + u'%' +
@@ -108,23 +95,15 @@ QString Detalle(Sesion &s, const QString &tabla, const QString &deLaFactura, con
     return texto;
 }
 
-QString Periodo(const Sesion &s)
-{
-    return QStringLiteral("IVCFPERIOD = datevalue(") + oDB::Q(s.PeriodoDesde) + QStringLiteral(")");
-}
+} // namespace
 
-// The sub-query that limits the VAT lines to the invoices of the company and period.
-QString ExisteFactura(const Sesion &s)
+QString SqlResumenOtrasLibro(const QString &cuit, const QString &periodoDesde)
 {
-    return QStringLiteral(" and exists(") + QStringLiteral(" select PRVSNRCUIT from IVC") +
-           QStringLiteral(" where IVC_DetIVA.IVCSNROFAC = IVC.IVCSNROFAC and") +
-           QStringLiteral(" IVC_DetIVA.PRVSNRCUIT = IVC.PRVSNRCUIT and") +
-           QStringLiteral(" USRSNRCUIT = ") + oDB::Q(s.CuitUsuario) + QStringLiteral(" and") +
-           QStringLiteral(" IVCFPERIOD = datevalue(") + oDB::Q(s.PeriodoDesde) + QStringLiteral(")") +
+    return QStringLiteral("select sum(IVCDETVLR) as iva,sum((100 * IVCDETVLR)/IVCDETIVA) as grav  "
+                          "from IVC_DetIVA where IVCDETIVA not in (0,10.5,21,27) and USRSNRCUIT = ") +
+           oDB::Q(cuit) + QStringLiteral(" ") + ExisteEnPeriodo(cuit, periodoDesde) +
            QStringLiteral(" )");
 }
-
-} // namespace
 
 QString ComponerLibro(Sesion &s)
 {
@@ -132,10 +111,10 @@ QString ComponerLibro(Sesion &s)
     QString texto;
 
     oDB::Recordset rs;
-    Consultar(s, rs,
+    Consultar(*s.dbLibro, rs,
               QStringLiteral("select * from IVC where USRSNRCUIT = ") + oDB::Q(s.CuitUsuario) +
-                  QStringLiteral(" and ") + Periodo(s) +
-                  QStringLiteral(" order by IVCFCOMPRO, val(right(IVCSNROFAC,8))"));
+                  QStringLiteral(" and IVCFPERIOD = datevalue(") + oDB::Q(s.PeriodoDesde) +
+                  QStringLiteral(") order by IVCFCOMPRO, val(right(IVCSNROFAC,8))"));
 
     // Headings and their rule.
     QString titulos, regla;
@@ -162,8 +141,7 @@ QString ComponerLibro(Sesion &s)
         const QString proveedor = fmt.EsNull(rs(QStringLiteral("PRVSNRCUIT")));
 
         oDB::Recordset rsPrv;
-        Consultar(s, rsPrv, QStringLiteral("select PRVSNOMBRE from PRV where  PRVSNRCUIT = ") +
-                                oDB::Q(proveedor));
+        Consultar(*s.dbLibro, rsPrv, SqlNombreProveedor(proveedor));
         const QString nombre = rsPrv.Eof() ? QStringLiteral("desconocido!")
                                            : fmt.EsNull(rsPrv(QStringLiteral("PRVSNOMBRE")));
         rsPrv.Close();
@@ -203,40 +181,29 @@ QString ComponerLibro(Sesion &s)
         texto += u' ' + A(F(suma), "D", 10);
     texto += kCRLF;
 
-    // Summary by rate. The blank after "=" only for 21 and 27, as the statements were written.
-    const struct {
-        double tasa;
-        const char *condicion;
-    } tasas[] = {{10.5, "IVCDETIVA =10.5 and"}, {21, "IVCDETIVA = 21 and"}, {27, "IVCDETIVA = 27 and"}};
-    for (const auto &t : tasas) {
+    // Summary by rate: the spreadsheet's statements, the rate printed with its decimal comma.
+    for (const QString &tasa : {QStringLiteral("10.5"), QStringLiteral("21"), QStringLiteral("27")}) {
         oDB::Recordset r;
-        Consultar(s, r, QStringLiteral("select IVCDETIVA, sum(IVCDETVLR) as iva,sum((100 * IVCDETVLR)/IVCDETIVA) as grav  from IVC_DetIVA where ") +
-                            QLatin1String(t.condicion) + QStringLiteral(" USRSNRCUIT = ") +
-                            oDB::Q(s.CuitUsuario) + QStringLiteral(" ") + ExisteFactura(s) +
-                            QStringLiteral(" group by IVCDETIVA"));
+        Consultar(*s.dbLibro, r, SqlResumenTasa(tasa, s.CuitUsuario, s.PeriodoDesde));
         if (!r.Eof()) {
-            const QString tasa = conv::NumeroATexto(t.tasa);
-            texto += QStringLiteral("NETO GRAVADO ") + tasa + QStringLiteral("% ") + F(r(QStringLiteral("grav"))) + kCRLF;
-            texto += QStringLiteral("IVA ") + tasa + QStringLiteral("% ") + F(r(QStringLiteral("iva"))) + kCRLF;
+            const QString rotulo = QString(tasa).replace(u'.', u',') + QStringLiteral("% ");
+            texto += QStringLiteral("NETO GRAVADO ") + rotulo + F(r(QStringLiteral("grav"))) + kCRLF;
+            texto += QStringLiteral("IVA ") + rotulo + F(r(QStringLiteral("iva"))) + kCRLF;
         }
         r.Close();
     }
 
-    // Other rates (zero excluded in the list itself).
+    // Other rates, and the untaxed amounts and gross-income tax of the period.
     oDB::Recordset rOtras;
-    Consultar(s, rOtras, QStringLiteral("select sum(IVCDETVLR) as iva,sum((100 * IVCDETVLR)/IVCDETIVA) as grav  from IVC_DetIVA where IVCDETIVA not in (0,10.5,21,27) and USRSNRCUIT = ") +
-                             oDB::Q(s.CuitUsuario) + QStringLiteral(" ") + ExisteFactura(s));
+    Consultar(*s.dbLibro, rOtras, SqlResumenOtrasLibro(s.CuitUsuario, s.PeriodoDesde));
     if (!rOtras.Eof()) {
         texto += QStringLiteral("NETO GRAVADO OTROS ") + F(rOtras(QStringLiteral("grav"))) + kCRLF;
         texto += QStringLiteral("IVA OTROS ") + F(rOtras(QStringLiteral("iva"))) + kCRLF;
     }
     rOtras.Close();
 
-    // Untaxed amounts and gross-income tax of the period.
     oDB::Recordset rNoGrav;
-    Consultar(s, rNoGrav, QStringLiteral(" select sum(IVCDNOGRAV) as nograv, sum(IVCINGBRU) as ingb from IVC") +
-                              QStringLiteral(" where ") + QStringLiteral(" USRSNRCUIT = ") +
-                              oDB::Q(s.CuitUsuario) + QStringLiteral(" and") + QStringLiteral(" ") + Periodo(s));
+    Consultar(*s.dbLibro, rNoGrav, SqlResumenNoGravado(s.CuitUsuario, s.PeriodoDesde));
     if (!rNoGrav.Eof()) {
         texto += QStringLiteral("INGRESOS BRUTOS ") + F(rNoGrav(QStringLiteral("ingb"))) + kCRLF;
         texto += QStringLiteral("NO GRAVADOS/EXENTOS ") + F(rNoGrav(QStringLiteral("nograv"))) + kCRLF;

@@ -23,6 +23,10 @@ constexpr int kAnchoLinea = 152;
 // Width in which the page footer is right-aligned.
 constexpr int kAnchoPie = 149;
 
+// The ledger's own "other rates" statement: zero joins the excluded rates in the list, and the
+// sub-query is the plain one of the other summary statements (no condition on the rate).
+QString SqlResumenOtrasLibro(const QString &cuit, const QString &periodoDesde);
+
 // The ledger of the session's company (CuitUsuario) and period (PeriodoDesde) as text, every
 // line ended by CR LF. Throws oDB::ErrorBD when a statement cannot be built or run.
 QString ComponerLibro(Sesion &s);

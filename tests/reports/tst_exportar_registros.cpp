@@ -1,5 +1,6 @@
 #include "data/oDB.h"
 #include "reports/Exportar.h"
+#include "reports/LibroImpreso.h"
 #include "reports/RegistrosEsperados.h"
 #include "reports/RegistrosAFIP.h"
 
@@ -52,6 +53,8 @@ private slots:
     void filaPlanilla();
     void rutas_data();
     void rutas();
+    void sentencias_data();
+    void sentencias();
 };
 
 void TstExportarRegistros::registros_data()
@@ -395,6 +398,37 @@ void TstExportarRegistros::rutas()
     QFETCH(QString, comprobantes);
     QCOMPARE(RutaPlanilla(elegida), planilla);
     QCOMPARE(RutaArchivoAFIP(planilla, QStringLiteral(" COMPRAS COMPRBTE.txt")), comprobantes);
+}
+
+void TstExportarRegistros::sentencias_data()
+{
+    QTest::addColumn<QString>("construida");
+    QTest::addColumn<QString>("texto");
+    const QString c = QStringLiteral("30-70000001-1");
+    const QString p = QStringLiteral("01/03/2026");
+    const QString existe = QStringLiteral(" and exists( select PRVSNRCUIT from IVC where IVC_DetIVA.IVCSNROFAC = IVC.IVCSNROFAC and IVC_DetIVA.PRVSNRCUIT = IVC.PRVSNRCUIT and USRSNRCUIT = '30-70000001-1' and IVCFPERIOD = datevalue('01/03/2026') )");
+    const QString tasa = QStringLiteral("select IVCDETIVA, sum(IVCDETVLR) as iva,sum((100 * IVCDETVLR)/IVCDETIVA) as grav  from IVC_DetIVA where ");
+    QTest::newRow("invoices") << SqlFacturasPeriodo(c, p)
+        << "select * from IVC where USRSNRCUIT = '30-70000001-1' and IVCFPERIOD = datevalue('01/03/2026') order by IVCFCOMPRO,val(IVCSNROFAC)";
+    QTest::newRow("supplier name") << SqlNombreProveedor("30-1") << "select PRVSNOMBRE from PRV where  PRVSNRCUIT = '30-1'";
+    QTest::newRow("rate of the record") << SqlAlicuota(c, "00000000000000012345", "30-1")
+        << "select IVCDETIVA  from IVC_DetIVA where USRSNRCUIT = '30-70000001-1' and IVCSNROFAC like  '%12345' and PRVSNRCUIT = '30-1' and USRSNRCUIT = '30-70000001-1'";
+    QTest::newRow("10.5") << SqlResumenTasa("10.5", c, p) << tasa + "IVCDETIVA =10.5 and USRSNRCUIT = '30-70000001-1' " + existe + " group by IVCDETIVA";
+    QTest::newRow("21") << SqlResumenTasa("21", c, p) << tasa + "IVCDETIVA = 21 and USRSNRCUIT = '30-70000001-1' " + existe + " group by IVCDETIVA";
+    QTest::newRow("27") << SqlResumenTasa("27", c, p) << tasa + "IVCDETIVA = 27 and USRSNRCUIT = '30-70000001-1' " + existe + " group by IVCDETIVA";
+    QTest::newRow("other rates, spreadsheet") << SqlResumenOtras(c, p)
+        << "select sum(IVCDETVLR) as iva,sum((100 * IVCDETVLR)/IVCDETIVA) as grav  from IVC_DetIVA where IVCDETIVA not in (10.5,21,27) and USRSNRCUIT = '30-70000001-1'  and exists( select PRVSNRCUIT from IVC where ivc_DetIVA.IVCDETIVA    <> 0 and IVC_DetIVA.IVCSNROFAC = IVC.IVCSNROFAC and IVC_DetIVA.PRVSNRCUIT = IVC.PRVSNRCUIT and USRSNRCUIT = '30-70000001-1' and IVCFPERIOD = datevalue('01/03/2026') )  ";
+    QTest::newRow("other rates, ledger") << libro::SqlResumenOtrasLibro(c, p)
+        << "select sum(IVCDETVLR) as iva,sum((100 * IVCDETVLR)/IVCDETIVA) as grav  from IVC_DetIVA where IVCDETIVA not in (0,10.5,21,27) and USRSNRCUIT = '30-70000001-1' " + existe;
+    QTest::newRow("untaxed and gross income") << SqlResumenNoGravado(c, p)
+        << " select sum(IVCDNOGRAV) as nograv, sum(IVCINGBRU) as ingb from IVC where  USRSNRCUIT = '30-70000001-1' and IVCFPERIOD = datevalue('01/03/2026')";
+}
+
+void TstExportarRegistros::sentencias()
+{
+    QFETCH(QString, construida);
+    QFETCH(QString, texto);
+    QCOMPARE(construida, texto);
 }
 
 QTEST_GUILESS_MAIN(TstExportarRegistros)
