@@ -193,20 +193,22 @@ QString ComponerLibro(Sesion &s)
         r.Close();
     }
 
-    // Other rates, and the untaxed amounts and gross-income tax of the period.
+    // Other rates, and the untaxed amounts and gross-income tax of the period. Both aggregate
+    // without grouping: over no row at all they bring one row of null sums, printed as 00,00
+    // as the spreadsheet shows them.
     oDB::Recordset rOtras;
     Consultar(*s.dbLibro, rOtras, SqlResumenOtrasLibro(s.CuitUsuario, s.PeriodoDesde));
     if (!rOtras.Eof()) {
-        texto += QStringLiteral("NETO GRAVADO OTROS ") + F(rOtras(QStringLiteral("grav"))) + kCRLF;
-        texto += QStringLiteral("IVA OTROS ") + F(rOtras(QStringLiteral("iva"))) + kCRLF;
+        texto += QStringLiteral("NETO GRAVADO OTROS ") + F(fmt.EsNumero(rOtras(QStringLiteral("grav")))) + kCRLF;
+        texto += QStringLiteral("IVA OTROS ") + F(fmt.EsNumero(rOtras(QStringLiteral("iva")))) + kCRLF;
     }
     rOtras.Close();
 
     oDB::Recordset rNoGrav;
     Consultar(*s.dbLibro, rNoGrav, SqlResumenNoGravado(s.CuitUsuario, s.PeriodoDesde));
     if (!rNoGrav.Eof()) {
-        texto += QStringLiteral("INGRESOS BRUTOS ") + F(rNoGrav(QStringLiteral("ingb"))) + kCRLF;
-        texto += QStringLiteral("NO GRAVADOS/EXENTOS ") + F(rNoGrav(QStringLiteral("nograv"))) + kCRLF;
+        texto += QStringLiteral("INGRESOS BRUTOS ") + F(fmt.EsNumero(rNoGrav(QStringLiteral("ingb")))) + kCRLF;
+        texto += QStringLiteral("NO GRAVADOS/EXENTOS ") + F(fmt.EsNumero(rNoGrav(QStringLiteral("nograv")))) + kCRLF;
     }
     rNoGrav.Close();
 

@@ -188,11 +188,11 @@ void TstLibroImpreso::periodoVacio()
         kSubregla,
         J({B(10), B(4), B(18), B(11), B(42) + "Totales:", B(5) + "00,00", B(5) + "00,00",
            B(5) + "00,00", B(5) + "00,00", B(5) + "00,00"}),
-        // The two aggregates without grouping always bring a row; their sums are null.
-        QStringLiteral("NETO GRAVADO OTROS "),
-        QStringLiteral("IVA OTROS "),
-        QStringLiteral("INGRESOS BRUTOS "),
-        QStringLiteral("NO GRAVADOS/EXENTOS "),
+        // The two aggregates without grouping always bring a row; their null sums show 00,00.
+        QStringLiteral("NETO GRAVADO OTROS 00,00"),
+        QStringLiteral("IVA OTROS 00,00"),
+        QStringLiteral("INGRESOS BRUTOS 00,00"),
+        QStringLiteral("NO GRAVADOS/EXENTOS 00,00"),
         QStringLiteral("TOTAL 00,00"),
     };
     QCOMPARE(libro::ComponerLibro(S()), Texto(esperado));
@@ -216,13 +216,13 @@ void TstLibroImpreso::resumenSoloDondeHayFilas_data()
 
     QTest::newRow("solo 21") << QList<double>{21}
                              << QStringList{"NETO GRAVADO 21% 100,00", "IVA 21% 21,00",
-                                            "NETO GRAVADO OTROS ", "IVA OTROS "};
+                                            "NETO GRAVADO OTROS 00,00", "IVA OTROS 00,00"};
     QTest::newRow("10,5 y 27") << QList<double>{27, 10.5}
                                << QStringList{"NETO GRAVADO 10,5% 100,00", "IVA 10,5% 10,50",
                                               "NETO GRAVADO 27% 100,00", "IVA 27% 27,00",
-                                              "NETO GRAVADO OTROS ", "IVA OTROS "};
+                                              "NETO GRAVADO OTROS 00,00", "IVA OTROS 00,00"};
     QTest::newRow("tasa cero no es otra tasa") << QList<double>{0}
-                                               << QStringList{"NETO GRAVADO OTROS ", "IVA OTROS "};
+                                               << QStringList{"NETO GRAVADO OTROS 00,00", "IVA OTROS 00,00"};
     QTest::newRow("otras tasas") << QList<double>{2.5, 5}
                                  << QStringList{"NETO GRAVADO OTROS 200,00", "IVA OTROS 07,50"};
 }
