@@ -6,18 +6,17 @@
 #include "reports/RegistrosEsperados.h"
 
 #include <QDir>
-#include <QFile>
-#include <QWidget>
+#include <QProcess>
 #include <QtTest>
 
-// The F10 export run over a real book: the spreadsheet and the two tax-authority files written
-// byte for byte, the path rules, the messages and the error trap.
+// The F10 export run over a real book, and "ivacompras exportar" run as a program: the
+// spreadsheet and the two tax-authority files written byte for byte, the path rules, the
+// messages, the error trap and the exit status.
 namespace {
 
 const QString EMPRESA = QStringLiteral("20123456789");
 const QString P1 = QStringLiteral("30111111118");
 const QString P2 = QStringLiteral("30222222229");
-const QString DESCONOCIDO = QStringLiteral("30999999990");
 const QString MARZO = QStringLiteral("01/03/2005");
 
 using namespace esperado;
@@ -32,14 +31,14 @@ private slots:
     void cleanup();
     void periodoCompleto();
     void periodoVacio();
-    void rutaElegida_data();
-    void rutaElegida();
-    void cancelado();
     void avisosNoNumericos();
     void errores_data();
     void errores();
+    void comando_data();
+    void comando();
 
 private:
+    void FacturasDeMarzo();
     bool Exportar(const QString &ruta);
     QString Dir() const { return libro->Carpeta() + QStringLiteral("salida/"); }
     std::unique_ptr<LibroDePrueba> libro;
@@ -53,7 +52,7 @@ void TstExportar::init()
     libro->S().dialogo = dialogo.get();
     libro->Empresa(EMPRESA, QStringLiteral("Comercio Sur SRL"));
     libro->Proveedor(P1, QStringLiteral("PEÑA Y CIA S.A."));
-    libro->Proveedor(P2, QStringLiteral("Distribuidora Norte"));
+    libro->Proveedor(P2, QStringLiteral("Distribuidora \"Norte\""));
     libro->Periodo(EMPRESA, MARZO);
     QDir().mkpath(Dir());
 }
@@ -71,19 +70,21 @@ bool TstExportar::Exportar(const QString &ruta)
     return GenerarReporte(libro->S(), tab, nullptr);
 }
 
-void TstExportar::periodoCompleto()
+void TstExportar::FacturasDeMarzo()
 {
     LibroDePrueba &l = *libro;
     // Same date: ordered by the number's leading digits (2 before 5).
     l.Factura(EMPRESA, P2, MARZO, "02/03/2005", "A", "0005-00000045", 0, 100, 0, 0);
+    l.Ejecutar("update IVC set DESCRIPCION = '5', DESCRIPCIONEXTRA = 'a,b' where IVCSNROFAC = '0005-00000045'");
     l.Factura(EMPRESA, P1, MARZO, "02/03/2005", "A", "0002-00012345", 1100, 0, 237, 0);
     l.LineaIVA(EMPRESA, P1, "0002-00012345", 1, 21, "Iva 21", 210);
     l.LineaIVA(EMPRESA, P1, "0002-00012345", 2, 27, "Iva 27", 27);
     l.Ejecutar("update IVC set DESCRIPCION = '1,5 kg', DESCRIPCIONEXTRA = 'Flete' where IVCSNROFAC = '0002-00012345'");
     // Gross income only: GravadoCero left by the exempt type A before it.
     l.Factura(EMPRESA, P2, MARZO, "05/03/2005", "C", "0003-00000077", 0, 0, 0, 12);
-    l.Factura(EMPRESA, DESCONOCIDO, MARZO, "10/03/2005", "B", "12345", 500, 0, 105, 0);
-    l.LineaIVA(EMPRESA, DESCONOCIDO, "12345", 1, 21, "Iva 21", 105);
+    // A supplier missing from the list.
+    l.Factura(EMPRESA, "30999999990", MARZO, "10/03/2005", "B", "12345", 500, 0, 105, 0);
+    l.LineaIVA(EMPRESA, "30999999990", "12345", 1, 21, "Iva 21", 105);
     l.Factura(EMPRESA, P1, MARZO, "15/03/2005", "99", "678", 200, 0, 21, 0);
     l.LineaIVA(EMPRESA, P1, "678", 1, 10.5, "Iva 10,5", 21);
     l.Factura(EMPRESA, P1, MARZO, "20/03/2005", "X", "0004-00000001", 100, 10, 5, 0);
@@ -96,40 +97,32 @@ void TstExportar::periodoCompleto()
     l.LineaIVA(EMPRESA, P2, "0001-00000345", 1, 27, "Iva 27", 27);
     l.Factura("27000000006", P1, MARZO, "03/03/2005", "A", "0001-00000001", 1000, 0, 210, 0);
     l.LineaIVA("27000000006", P1, "0001-00000001", 1, 21, "Iva 21", 210);
+}
 
-    // Files of an earlier run are replaced, not appended to.
-    for (const char *viejo : {"marzo.xls", "marzo COMPRAS COMPRBTE.txt", "marzo COMPRAS ALICUOTAS.txt"}) {
-        QFile f(Dir() + QString::fromLatin1(viejo));
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write(QByteArray(5000, 'x'));
-    }
-
-    QWidget ventana;
-    dialogo->respuesta = Dir() + QStringLiteral("marzo.xls");
-    QString tab = QStringLiteral("\t");
-    QVERIFY(GenerarReporte(libro->S(), tab, &ventana));
+void TstExportar::periodoCompleto()
+{
+    FacturasDeMarzo();
+    // An upper-case suffix is kept.
+    QVERIFY(Exportar(Dir() + QStringLiteral("marzo.XLS")));
 
     QCOMPARE(dialogo->pedidos.size(), 1);
     const DialogoGuion::Pedido &p = dialogo->pedidos[0];
     QCOMPARE(p.titulo, QStringLiteral("Guardar Reporte de Libro IVA Compras"));
-    QCOMPARE(p.filtros.size(), 2);
-    QCOMPARE(p.filtros[0].descripcion, QStringLiteral("XLS Delimitado por comas (*.xls)"));
-    QCOMPARE(p.filtros[0].patron, QStringLiteral("*.xls"));
-    QCOMPARE(p.filtros[1].descripcion, QStringLiteral("All Files (*.*)"));
-    QCOMPARE(p.filtros[1].patron, QStringLiteral("*.*"));
+    QStringList filtros;
+    for (const FiltroArchivo &f : p.filtros)
+        filtros << f.descripcion << f.patron;
+    QCOMPARE(filtros, (QStringList{"XLS Delimitado por comas (*.xls)", "*.xls", "All Files (*.*)", "*.*"}));
     QCOMPARE(p.carpetaInicial, QStringLiteral("C:\\"));
     QCOMPARE(p.nombreInicial, B(254));
-    QCOMPARE(p.propietario, &ventana);
-
-    QCOMPARE(l.Mensajes().mostrados.size(), 1);
-    QCOMPARE(l.Mensajes().Ultimo(), QStringLiteral("Archivos Generados"));
-    QCOMPARE(l.Mensajes().UltimoEstilo(), 0);
-    QCOMPARE(l.S().ajustes.Leer("KESTREL", "Config", "SepCol"), QStringLiteral("\t"));
+    QCOMPARE(libro->Mensajes().mostrados.size(), 1);
+    QCOMPARE(libro->Mensajes().Ultimo(), QStringLiteral("Archivos Generados"));
+    QCOMPARE(libro->Mensajes().UltimoEstilo(), 0);
+    QCOMPARE(libro->S().ajustes.Leer("KESTREL", "Config", "SepCol"), QStringLiteral("\t"));
 
     const QString c1 = QStringLiteral("00000000030111111118");
     const QString c2 = QStringLiteral("00000000030222222229");
     const QString pena = QStringLiteral("PEÑA Y CIA S.A.") + B(15);
-    const QString norte = QStringLiteral("Distribuidora Norte") + B(11);
+    const QString norte = QStringLiteral("Distribuidora \"Norte\"") + B(9);
     const QString comprobantes =
         Comprobante("20050302", "001", "00002", "00000000000000012345", c1, pena, "000000000133700", Z(15), Z(15), "1 ") +
         Comprobante("20050302", "001", "00005", "00000000000000000045", c2, norte, "000000000010000", "000000000010000", Z(15), "1 ") +
@@ -144,12 +137,13 @@ void TstExportar::periodoCompleto()
         Alicuota("006", "00001", "00000000000000012345", "00000000030999999990", Z(15), "0005", "000000000010500") +
         Alicuota("099", "00000", "00000000000000000678", c1, "000000000020000", "0004", "000000000002100") +
         Alicuota("", "00004", "00000000000000000001", c1, Z(15), "0003", "000000000000500");
+    // Quotes inside a name stay as they are; descriptions take "00.00" and lose their commas.
     const QString planilla = QStringLiteral(
         "FECHA\tTIPO\tFAC NRO\tCUIT\tPROVEEDOR\tNO GRAVADO\tGRAVADO\tING BRU\tIVA\tTOTAL\tDescripcion\tDescripcionExtra\r\n"
         "\r\n"
         "\"02/03/2005\"\t\"A\"\t\"0002-00012345\"\t\"30111111118\"\t\"PEÑA Y CIA S.A.\"\t00.00\t1100.00\t00.00\t237.00\t1337.00\t1.5 kg\tFlete\r\n"
-        "\"02/03/2005\"\t\"A\"\t\"0005-00000045\"\t\"30222222229\"\t\"Distribuidora Norte\"\t100.00\t00.00\t00.00\t00.00\t100.00\t\t\r\n"
-        "\"05/03/2005\"\t\"C\"\t\"0003-00000077\"\t\"30222222229\"\t\"Distribuidora Norte\"\t00.00\t00.00\t12.00\t00.00\t12.00\t\t\r\n"
+        "\"02/03/2005\"\t\"A\"\t\"0005-00000045\"\t\"30222222229\"\t\"Distribuidora \"Norte\"\"\t100.00\t00.00\t00.00\t00.00\t100.00\t05.00\ta.b\r\n"
+        "\"05/03/2005\"\t\"C\"\t\"0003-00000077\"\t\"30222222229\"\t\"Distribuidora \"Norte\"\"\t00.00\t00.00\t12.00\t00.00\t12.00\t\t\r\n"
         "\"10/03/2005\"\t\"B\"\t\"12345\"\t\"30999999990\"\t\"desconocido!\"\t00.00\t500.00\t00.00\t105.00\t605.00\t\t\r\n"
         "\"15/03/2005\"\t\"99\"\t\"0000-678\"\t\"30111111118\"\t\"PEÑA Y CIA S.A.\"\t00.00\t200.00\t00.00\t21.00\t221.00\t\t\r\n"
         "\"20/03/2005\"\t\"X\"\t\"0004-00000001\"\t\"30111111118\"\t\"PEÑA Y CIA S.A.\"\t10.00\t100.00\t00.00\t05.00\t115.00\t\t\r\n"
@@ -167,23 +161,18 @@ void TstExportar::periodoCompleto()
         "No gravado/Exentos \t110.00\r\n"
         "Total \t2390.00\r\n");
 
-    const QByteArray xls = Leer(Dir() + "marzo.xls");
-    const QByteArray txtC = Leer(Dir() + "marzo COMPRAS COMPRBTE.txt");
-    const QByteArray txtA = Leer(Dir() + "marzo COMPRAS ALICUOTAS.txt");
-    QCOMPARE(xls, planilla.toLatin1());
-    QCOMPARE(txtC, comprobantes.toLatin1());
-    QCOMPARE(txtA, alicuotas.toLatin1());
+    QCOMPARE(Leer(Dir() + "marzo.XLS"), planilla.toLatin1());
     // One byte per character: the "Ñ" keeps the record at 325 bytes.
-    QCOMPARE(txtC.size(), 5 * 327 + 324);
-    QCOMPARE(txtC.mid(74 + 2, 1), QByteArray("\xD1"));
-    QCOMPARE(txtA.size(), 5 * 86 + 83);
+    QCOMPARE(Leer(Dir() + "marzo COMPRAS COMPRBTE.txt"), comprobantes.toLatin1());
+    QCOMPARE(Leer(Dir() + "marzo COMPRAS ALICUOTAS.txt"), alicuotas.toLatin1());
 }
 
 void TstExportar::periodoVacio()
 {
     libro->Factura(EMPRESA, P1, MARZO, "02/03/2005", "A", "0002-00012345", 1100, 0, 231, 0);
     libro->Periodo(EMPRESA, QStringLiteral("01/06/2005"));
-    QVERIFY(Exportar(Dir() + QStringLiteral("junio.xls")));
+    // Blanks and NUL characters around the answer are dropped, then ".xls" is added.
+    QVERIFY(Exportar(B(2) + Dir() + QStringLiteral("junio") + QChar(0) + B(3)));
     // The sums over nothing show as 00.00; the rates with no line show nothing.
     QCOMPARE(Leer(Dir() + "junio.xls"),
              QByteArray("FECHA\tTIPO\tFAC NRO\tCUIT\tPROVEEDOR\tNO GRAVADO\tGRAVADO\tING BRU\tIVA\tTOTAL\tDescripcion\tDescripcionExtra\r\n"
@@ -200,40 +189,6 @@ void TstExportar::periodoVacio()
     QCOMPARE(libro->Mensajes().Ultimo(), QStringLiteral("Archivos Generados"));
 }
 
-void TstExportar::rutaElegida_data()
-{
-    QTest::addColumn<QString>("respuesta");
-    QTest::addColumn<QStringList>("archivos");
-    QTest::newRow("xls without a point") << "datosxls"
-        << QStringList{"dato COMPRAS ALICUOTAS.txt", "dato COMPRAS COMPRBTE.txt", "datosxls"};
-    QTest::newRow("no suffix") << "abril"
-        << QStringList{"abril COMPRAS ALICUOTAS.txt", "abril COMPRAS COMPRBTE.txt", "abril.xls"};
-    QTest::newRow("blanks and NUL around the name") << QStringLiteral("abril") + QChar(0) + B(3)
-        << QStringList{"abril COMPRAS ALICUOTAS.txt", "abril COMPRAS COMPRBTE.txt", "abril.xls"};
-    QTest::newRow("upper case suffix") << "Mayo.XLS"
-        << QStringList{"Mayo COMPRAS ALICUOTAS.txt", "Mayo COMPRAS COMPRBTE.txt", "Mayo.XLS"};
-}
-
-void TstExportar::rutaElegida()
-{
-    QFETCH(QString, respuesta);
-    QFETCH(QStringList, archivos);
-    libro->Factura(EMPRESA, P1, MARZO, "02/03/2005", "A", "0002-00012345", 1100, 0, 231, 0);
-    QVERIFY(Exportar(B(2) + Dir() + respuesta));
-    QCOMPARE(QDir(Dir()).entryList(QDir::Files, QDir::Name), archivos);
-    QCOMPARE(Leer(Dir() + archivos[1]).size(), 327);
-}
-
-void TstExportar::cancelado()
-{
-    libro->Factura(EMPRESA, P1, MARZO, "02/03/2005", "A", "0002-00012345", 1100, 0, 231, 0);
-    QVERIFY(!Exportar(QString()));
-    QCOMPARE(dialogo->pedidos.size(), 1);
-    QVERIFY(libro->Mensajes().mostrados.isEmpty());
-    QVERIFY(QDir(Dir()).entryList(QDir::Files).isEmpty());
-    QCOMPARE(libro->S().ajustes.Leer("KESTREL", "Config", "SepCol", "ninguno"), QStringLiteral("ninguno"));
-}
-
 void TstExportar::avisosNoNumericos()
 {
     libro->Factura(EMPRESA, P1, MARZO, "02/03/2005", "A", "00A1-000123", 100, 0, 21, 0);
@@ -248,10 +203,7 @@ void TstExportar::avisosNoNumericos()
                                   "Se ha encontrado un Nro de Factura NO NUMERICO: 000000000000000012B4",
                                   "Archivos Generados"}));
     // The records are written as built.
-    const QByteArray txt = Leer(Dir() + "avisos COMPRAS COMPRBTE.txt");
-    QCOMPARE(txt.size(), 2 * 327);
-    QCOMPARE(txt.mid(8, 28), QByteArray("001000A100000000000000000123"));
-    QCOMPARE(txt.mid(327 + 8, 28), QByteArray("00100012000000000000000012B4"));
+    QCOMPARE(Leer(Dir() + "avisos COMPRAS COMPRBTE.txt").mid(327 + 8, 28), QByteArray("00100012000000000000000012B4"));
 }
 
 void TstExportar::errores_data()
@@ -282,12 +234,55 @@ void TstExportar::errores()
     QVERIFY(!Exportar(Dir() + QStringLiteral("err.xls")));
     QCOMPARE(libro->Mensajes().mostrados.size(), 1);
     const QString texto = libro->Mensajes().Ultimo();
-    QVERIFY2(texto.startsWith(QStringLiteral("Nro Linea: ")), qPrintable(texto));
-    QVERIFY2(texto.contains(numeroYDescripcion), qPrintable(texto));
-    QVERIFY2(texto.endsWith(QStringLiteral(" seccion modGBPROC.GenerarReporte ")), qPrintable(texto));
+    QVERIFY2(texto.startsWith(QStringLiteral("Nro Linea: ")) && texto.contains(numeroYDescripcion) &&
+                 texto.endsWith(QStringLiteral(" seccion modGBPROC.GenerarReporte ")),
+             qPrintable(texto));
     QCOMPARE(libro->Mensajes().UltimoEstilo(), 16);
     // What was written stays; nothing half-written, nothing after the failure.
     QCOMPARE(QDir(Dir()).entryList(QDir::Files, QDir::Name), archivos);
+}
+
+void TstExportar::comando_data()
+{
+    QTest::addColumn<QString>("archivo");
+    QTest::addColumn<int>("codigo");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("the window's three files") << "comando" << 0 << "Archivos Generados\n";
+    QTest::newRow("folder of the file missing") << "no/existe/x.xls" << 1 << " seccion modGBPROC.GenerarReporte ";
+    QTest::newRow("no file given") << "" << 2 << "uso:";
+}
+
+void TstExportar::comando()
+{
+    QFETCH(QString, archivo);
+    QFETCH(int, codigo);
+    QFETCH(QString, error);
+    FacturasDeMarzo();
+    const QString programa = QCoreApplication::applicationDirPath() + QStringLiteral("/../ivacompras");
+    QVERIFY2(QFileInfo::exists(programa), "the ivacompras program is not built next to the tests");
+    const QString ajustes = libro->Carpeta() + QStringLiteral("ajustes-comando");
+    QStringList args{"exportar", "--datos", libro->Carpeta(), "--cuit", EMPRESA, "--periodo", "03/2005", "--ajustes", ajustes};
+    if (!archivo.isEmpty())
+        args << "--archivo" << Dir() + archivo;
+    QProcess p;
+    p.start(programa, args);
+    QVERIFY(p.waitForFinished(120000));
+    QCOMPARE(p.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(p.exitCode(), codigo);
+    const QString salida = QString::fromLocal8Bit(p.readAllStandardError());
+    if (codigo != 0) {
+        QVERIFY2(salida.contains(error), qPrintable(salida));
+        QVERIFY(QDir(Dir()).entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot).isEmpty());
+        return;
+    }
+    QCOMPARE(salida, error);
+    QCOMPARE(Ajustes(ajustes).Leer("KESTREL", "Config", "SepCol"), QStringLiteral("\t"));
+    QVERIFY(Exportar(Dir() + QStringLiteral("ventana.xls")));
+    for (const char *sufijo : {".xls", " COMPRAS COMPRBTE.txt", " COMPRAS ALICUOTAS.txt"}) {
+        const QByteArray ventana = Leer(Dir() + "ventana" + sufijo);
+        QVERIFY(ventana.size() > 500);
+        QCOMPARE(Leer(Dir() + "comando" + sufijo), ventana);
+    }
 }
 
 QTEST_MAIN(TstExportar)

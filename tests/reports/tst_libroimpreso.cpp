@@ -1,28 +1,31 @@
-#include "EmpresaDelLibro.h"
+#include "common/Archivo.h"
 #include "common/ImpresoraGrabadora.h"
 #include "common/Libro.h"
 #include "common/MensajesGuion.h"
+#include "reports/Impresoras.h"
 #include "reports/LibroImpreso.h"
 
+#include <QFontDatabase>
+#include <QPrinterInfo>
+#include <QRegularExpression>
 #include <QtTest>
 
-// The printed ledger: column alignment, the composed text over a real book, and the pages.
+// The printed ledger over a real book: the composed text, the pages, and where it goes (a
+// Latin-1 text file, a PDF file, the PDF in the documents folder of a machine without
+// printers).
 class TstLibroImpreso : public QObject
 {
     Q_OBJECT
 private slots:
     void init();
     void cleanup();
-    void alinear_data();
     void alinear();
     void libroCompleto();
     void periodoVacio();
-    void resumenSoloDondeHayFilas_data();
-    void resumenSoloDondeHayFilas();
     void paginas_data();
     void paginas();
-    void paginasSinCuerpoSinHojaNueva();
-    void apostrofeTerminaEnLaTrampa();
+    void salidasDelComandoImprimir();
+    void sinImpresorasVaAPdfEnDocumentos();
 
 private:
     std::unique_ptr<LibroDePrueba> libro;
@@ -31,6 +34,7 @@ private:
 
 namespace {
 
+const QString kEmpresa = QStringLiteral("20111111112");
 const QString kLargo = QStringLiteral("30111111118");
 const QString kFerreteria = QStringLiteral("30222222229");
 const QString kDesconocido = QStringLiteral("30333333330");
@@ -62,72 +66,54 @@ QString Numeradas(int n)
 
 QString Texto(const QStringList &lineas) { return lineas.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n"); }
 
+int PaginasPdf(const QByteArray &pdf)
+{
+    return int(QString::fromLatin1(pdf).count(QRegularExpression(QStringLiteral("/Type\\s*/Page(?!s)"))));
+}
+
 } // namespace
 
 void TstLibroImpreso::init()
 {
     libro = std::make_unique<LibroDePrueba>();
-    EmpresaDelLibro(*libro);
+    libro->Empresa(kEmpresa, QStringLiteral("Compañía Ñandú S.R.L."));
+    libro->Periodo(kEmpresa, QStringLiteral("01/03/2026"));
+    S().NombreUsuario = QStringLiteral("Compañía Ñandú S.R.L.");
     libro->Proveedor(kLargo, kNombreLargo);
     libro->Proveedor(kFerreteria, QStringLiteral("Ferretería Ñandú"));
 }
 
 void TstLibroImpreso::cleanup() { libro.reset(); }
 
-void TstLibroImpreso::alinear_data()
-{
-    QTest::addColumn<QString>("texto");
-    QTest::addColumn<QString>("modo");
-    QTest::addColumn<int>("ancho");
-    QTest::addColumn<QString>("resultado");
-    QTest::addColumn<QString>("variable");
-
-    QTest::newRow("izquierda") << "NDA" << "I" << 5 << "NDA  " << "NDA";
-    QTest::newRow("derecha") << "NDA" << "D" << 4 << " NDA" << "NDA";
-    QTest::newRow("justo") << "abcd" << "D" << 4 << "abcd" << "abcd";
-    QTest::newRow("largo izquierda se corta") << "abcdefgh" << "I" << 5 << "abcde" << "abcde";
-    QTest::newRow("largo derecha se corta") << "abcdefgh" << "D" << 3 << "abc" << "abc";
-    QTest::newRow("vacio") << "" << "D" << 3 << "   " << "";
-    QTest::newRow("ancho cero") << "abc" << "I" << 0 << "" << "";
-    QTest::newRow("modo en minuscula") << "abc" << "i" << 5 << "Error en align" << "abc";
-    QTest::newRow("otro modo, el corte queda") << "abcdefgh" << "C" << 5 << "Error en align" << "abcde";
-}
-
 void TstLibroImpreso::alinear()
 {
-    QFETCH(QString, texto);
-    QFETCH(QString, modo);
-    QFETCH(int, ancho);
-    QFETCH(QString, resultado);
-    QFETCH(QString, variable);
-    QCOMPARE(align(texto, modo, qint16(ancho)), resultado);
-    QCOMPARE(texto, variable);
+    // The cut stays in the caller's variable, also when the mode is not "I" or "D".
+    QString texto = QStringLiteral("abcdefgh");
+    QCOMPARE(align(texto, QStringLiteral("D"), 5), QStringLiteral("abcde"));
+    QCOMPARE(texto, QStringLiteral("abcde"));
+    QCOMPARE(align(texto, QStringLiteral("i"), 3), QStringLiteral("Error en align"));
+    QCOMPARE(texto, QStringLiteral("abc"));
 }
 
 void TstLibroImpreso::libroCompleto()
 {
     // Two invoices on one date: the number's last eight characters order them (45 before 123).
-    libro->Factura(kEmpresa, kLargo, "01/03/2026", "05/03/2026", "A", "0001-00000123", 1000, 50, 210, 30);
-    libro->LineaIB(kEmpresa, kLargo, "0001-00000123", 1, 3, "Perc IIBB BA", 30);
+    libro->Factura(kEmpresa, kLargo, "01/03/2026", "05/03/2026", "A", "0001-00000123", 1000, 50, 215, 30);
+    libro->LineaIB(kEmpresa, kLargo, "0001-00000123", 1, 2.5, "Perc CABA", 10);
+    libro->LineaIB(kEmpresa, kLargo, "0001-00000123", 2, 3, "Perc BA", 20);
     libro->LineaIVA(kEmpresa, kLargo, "0001-00000123", 1, 21, "IVA 21%", 210);
+    libro->LineaIVA(kEmpresa, kLargo, "0001-00000123", 2, 5, "IVA 5", 5);
     libro->Factura(kEmpresa, kFerreteria, "01/03/2026", "05/03/2026", "NDA", "0002-00000045", 200, 0, 21, 0);
     libro->LineaIVA(kEmpresa, kFerreteria, "0002-00000045", 1, 10.5, "IVA 10,5", 21);
     // A supplier that is not in the list, no detail lines, an untaxed amount of three decimals.
     libro->Factura(kEmpresa, kDesconocido, "01/03/2026", "10/03/2026", "B", "0003-00000001", 100, 12.344, 27, 0);
-    libro->Factura(kEmpresa, kFerreteria, "01/03/2026", "12/03/2026", "A", "0001-00000200", 400, 0, 74, 25);
-    libro->LineaIB(kEmpresa, kFerreteria, "0001-00000200", 1, 2.5, "Perc CABA", 10);
-    libro->LineaIB(kEmpresa, kFerreteria, "0001-00000200", 2, 3, "Perc BA", 15);
-    libro->LineaIVA(kEmpresa, kFerreteria, "0001-00000200", 1, 21, "IVA 21", 42);
-    libro->LineaIVA(kEmpresa, kFerreteria, "0001-00000200", 2, 27, "IVA 27", 27);
-    libro->LineaIVA(kEmpresa, kFerreteria, "0001-00000200", 3, 5, "IVA 5", 5);
-    libro->LineaIVA(kEmpresa, kFerreteria, "0001-00000200", 4, 0, "Exento", 0);
-    // Other periods and other companies stay out, their lines too.
+    // Other periods and other companies stay out, their lines too: no 27% in the summary.
     libro->Factura(kEmpresa, kFerreteria, "01/02/2026", "20/02/2026", "A", "0001-00000099", 500, 0, 105, 0);
     libro->LineaIVA(kEmpresa, kFerreteria, "0001-00000099", 1, 21, "IVA 21", 105);
     libro->Factura("20999999990", kFerreteria, "01/03/2026", "06/03/2026", "A", "0001-00000300", 100, 0, 27, 0);
     libro->LineaIVA("20999999990", kFerreteria, "0001-00000300", 1, 27, "IVA 27", 27);
 
-    const QString nombre50 = kNombreLargo.left(50);
+    // The 60-character name printed as its first 50; the 3-character type as a blank and "NDA".
     const QString ferreteria = QStringLiteral("Ferretería Ñandú") + B(34);
     const QStringList esperado = {
         kTitulos,
@@ -137,44 +123,28 @@ void TstLibroImpreso::libroCompleto()
         J({"05/03/2026", " NDA", B(5) + "0002-00000045", kFerreteria, ferreteria, B(5) + "00,00",
            B(4) + "200,00", B(5) + "00,00", B(5) + "21,00", B(4) + "221,00"}),
         B(79) + QStringLiteral("detalle IVA --> 10,5% IVA 10,5") + B(22) + QStringLiteral("      21,00"),
-        J({"05/03/2026", B(3) + "A", B(5) + "0001-00000123", kLargo, nombre50, B(5) + "50,00",
-           B(3) + "1000,00", B(5) + "30,00", B(4) + "210,00", B(3) + "1290,00"}),
-        B(72) + QStringLiteral("detalle Ing Brutos -->    3% Perc IIBB BA") + B(7) + QStringLiteral("      30,00"),
+        J({"05/03/2026", B(3) + "A", B(5) + "0001-00000123", kLargo, kNombreLargo.left(50), B(5) + "50,00",
+           B(3) + "1000,00", B(5) + "30,00", B(4) + "215,00", B(3) + "1295,00"}),
+        B(72) + QStringLiteral("detalle Ing Brutos -->  2,5% Perc CABA") + B(10) + QStringLiteral("      10,00"),
+        B(91) + QStringLiteral("-->    3% Perc BA") + B(12) + QStringLiteral("      20,00"),
         B(79) + QStringLiteral("detalle IVA -->   21% IVA 21%") + B(23) + QStringLiteral("     210,00"),
+        B(91) + QStringLiteral("-->    5% IVA 5") + B(25) + QStringLiteral("      05,00"),
         J({"10/03/2026", B(3) + "B", B(5) + "0003-00000001", kDesconocido, "desconocido!" + B(38),
            B(5) + "12,34", B(4) + "100,00", B(5) + "00,00", B(5) + "27,00", B(4) + "139,34"}),
-        J({"12/03/2026", B(3) + "A", B(5) + "0001-00000200", kFerreteria, ferreteria, B(5) + "00,00",
-           B(4) + "400,00", B(5) + "25,00", B(5) + "74,00", B(4) + "499,00"}),
-        B(72) + QStringLiteral("detalle Ing Brutos -->  2,5% Perc CABA") + B(10) + QStringLiteral("      10,00"),
-        B(91) + QStringLiteral("-->    3% Perc BA") + B(12) + QStringLiteral("      15,00"),
-        B(79) + QStringLiteral("detalle IVA -->   21% IVA 21") + B(24) + QStringLiteral("      42,00"),
-        B(91) + QStringLiteral("-->   27% IVA 27") + B(24) + QStringLiteral("      27,00"),
-        B(91) + QStringLiteral("-->    5% IVA 5") + B(25) + QStringLiteral("      05,00"),
-        B(91) + QStringLiteral("-->    0% Exento") + B(24) + QStringLiteral("      00,00"),
-        J({B(10), B(4), B(18), B(11), B(42) + "Totales:", B(5) + "62,34", B(3) + "1700,00",
-           B(5) + "55,00", B(4) + "332,00", B(3) + "2149,34"}),
+        J({B(10), B(4), B(18), B(11), B(42) + "Totales:", B(5) + "62,34", B(3) + "1300,00",
+           B(5) + "30,00", B(4) + "263,00", B(3) + "1655,34"}),
         QStringLiteral("NETO GRAVADO 10,5% 200,00"),
         QStringLiteral("IVA 10,5% 21,00"),
-        QStringLiteral("NETO GRAVADO 21% 1200,00"),
-        QStringLiteral("IVA 21% 252,00"),
-        QStringLiteral("NETO GRAVADO 27% 100,00"),
-        QStringLiteral("IVA 27% 27,00"),
+        QStringLiteral("NETO GRAVADO 21% 1000,00"),
+        QStringLiteral("IVA 21% 210,00"),
         QStringLiteral("NETO GRAVADO OTROS 100,00"),
         QStringLiteral("IVA OTROS 05,00"),
-        QStringLiteral("INGRESOS BRUTOS 55,00"),
+        QStringLiteral("INGRESOS BRUTOS 30,00"),
         QStringLiteral("NO GRAVADOS/EXENTOS 62,34"),
-        QStringLiteral("TOTAL 2149,34"),
+        QStringLiteral("TOTAL 1655,34"),
     };
-    const QString texto = libro::ComponerLibro(S());
-    const QStringList lineas = libro::CortarLineas(texto);
-    for (int i = 0; i < esperado.size(); ++i)
-        QCOMPARE(lineas.value(i), esperado[i]);
-    QCOMPARE(texto, Texto(esperado));
-    // Every main line is 152 characters wide.
-    for (int i : {4, 6, 9, 10})
-        QCOMPARE(lineas[i].size(), libro::kAnchoLinea);
-    QCOMPARE(kTitulos.size(), libro::kAnchoLinea);
-    QCOMPARE(lineas[17].size(), libro::kAnchoLinea);
+    QCOMPARE(libro::CortarLineas(libro::ComponerLibro(S())), libro::CortarLineas(Texto(esperado)));
+    QCOMPARE(esperado[4].size(), libro::kAnchoLinea);
 }
 
 void TstLibroImpreso::periodoVacio()
@@ -195,8 +165,6 @@ void TstLibroImpreso::periodoVacio()
         QStringLiteral("NO GRAVADOS/EXENTOS 00,00"),
         QStringLiteral("TOTAL 00,00"),
     };
-    QCOMPARE(libro::ComponerLibro(S()), Texto(esperado));
-
     ImpresoraGrabadora imp;
     QVERIFY(ImprimirLibro(S(), imp, 9, 30));
     QCOMPARE(imp.hojas.size(), 1);
@@ -209,52 +177,17 @@ void TstLibroImpreso::periodoVacio()
     QVERIFY(libro->Mensajes().mostrados.isEmpty());
 }
 
-void TstLibroImpreso::resumenSoloDondeHayFilas_data()
-{
-    QTest::addColumn<QList<double>>("tasas");
-    QTest::addColumn<QStringList>("resumen");
-
-    QTest::newRow("solo 21") << QList<double>{21}
-                             << QStringList{"NETO GRAVADO 21% 100,00", "IVA 21% 21,00",
-                                            "NETO GRAVADO OTROS 00,00", "IVA OTROS 00,00"};
-    QTest::newRow("10,5 y 27") << QList<double>{27, 10.5}
-                               << QStringList{"NETO GRAVADO 10,5% 100,00", "IVA 10,5% 10,50",
-                                              "NETO GRAVADO 27% 100,00", "IVA 27% 27,00",
-                                              "NETO GRAVADO OTROS 00,00", "IVA OTROS 00,00"};
-    QTest::newRow("tasa cero no es otra tasa") << QList<double>{0}
-                                               << QStringList{"NETO GRAVADO OTROS 00,00", "IVA OTROS 00,00"};
-    QTest::newRow("otras tasas") << QList<double>{2.5, 5}
-                                 << QStringList{"NETO GRAVADO OTROS 200,00", "IVA OTROS 07,50"};
-}
-
-void TstLibroImpreso::resumenSoloDondeHayFilas()
-{
-    QFETCH(QList<double>, tasas);
-    QFETCH(QStringList, resumen);
-    // One line per rate, each on a taxed base of 100.
-    libro->Factura(kEmpresa, kFerreteria, "01/03/2026", "05/03/2026", "A", "0001-00000001", 100, 0, 0, 0);
-    int id = 0;
-    for (double t : tasas)
-        libro->LineaIVA(kEmpresa, kFerreteria, "0001-00000001", ++id, t, "linea", t);
-
-    const QStringList lineas = libro::CortarLineas(libro::ComponerLibro(S()));
-    const qsizetype desde = lineas.indexOf(QRegularExpression(QStringLiteral(" +Totales:.*"))) + 1;
-    const qsizetype hasta = lineas.indexOf(QRegularExpression(QStringLiteral("INGRESOS BRUTOS .*")));
-    QVERIFY(desde > 0 && hasta > desde);
-    QCOMPARE(lineas.mid(desde, hasta - desde), resumen);
-}
-
 void TstLibroImpreso::paginas_data()
 {
     QTest::addColumn<int>("lineas");
     QTest::addColumn<int>("porHoja");
     QTest::addColumn<QList<int>>("cuerpos");
-
-    QTest::newRow("100 a 30") << 100 << 30 << QList<int>{27, 27, 27, 19};
-    QTest::newRow("una linea") << 1 << 30 << QList<int>{1};
-    QTest::newRow("50 a 30") << 50 << 30 << QList<int>{27, 23};
-    QTest::newRow("5 por hoja") << 4 << 5 << QList<int>{2, 2};
-    QTest::newRow("menos de 5: una por hoja") << 2 << 3 << QList<int>{1, 1};
+    QTest::addColumn<int>("hojas");
+    QTest::newRow("100 at 30") << 100 << 30 << QList<int>{27, 27, 27, 19} << 4;
+    QTest::newRow("below 5: one a page") << 2 << 3 << QList<int>{1, 1} << 2;
+    // The count says two pages, the body fills one: the second page's header and footer
+    // follow on the same sheet, no new page before them.
+    QTest::newRow("a page beyond the body") << 27 << 30 << QList<int>{27, 0} << 1;
 }
 
 void TstLibroImpreso::paginas()
@@ -262,60 +195,92 @@ void TstLibroImpreso::paginas()
     QFETCH(int, lineas);
     QFETCH(int, porHoja);
     QFETCH(QList<int>, cuerpos);
+    QFETCH(int, hojas);
     ImpresoraGrabadora imp;
     libro::ImprimirPaginas(imp, Numeradas(lineas), QStringLiteral("ENC"), 9, qint16(porHoja));
 
     QCOMPARE(imp.FontName(), QStringLiteral("Courier New"));
     QCOMPARE(imp.documentos, 1);
-    QCOMPARE(imp.hojas.size(), cuerpos.size());
+    QCOMPARE(imp.hojas.size(), hojas);
+    QStringList textos;
     int siguiente = 1;
     for (int h = 0; h < cuerpos.size(); ++h) {
-        // The header's empty line and header line at the size + 1, the rest at the size.
-        QStringList textos{QString(), QStringLiteral("ENC"), QString()};
-        QList<double> puntos{10, 10, 9};
-        for (int i = 0; i < cuerpos[h]; ++i, puntos << 9)
+        textos << QString() << QStringLiteral("ENC") << QString();
+        for (int i = 0; i < cuerpos[h]; ++i)
             textos << QStringLiteral("linea %1").arg(siguiente++);
         const QString pie = QStringLiteral("Pagina %1 de %2").arg(h + 1).arg(cuerpos.size());
         textos << B(149 - int(pie.size())) + pie;
-        puntos << 9;
-        QCOMPARE(imp.Textos(h), textos);
-        QList<double> impresos;
-        for (const auto &l : imp.hojas[h])
-            impresos << l.puntos;
-        QCOMPARE(impresos, puntos);
+        if (hojas == cuerpos.size()) // a sheet a page: each sheet ends with its page's footer
+            QCOMPARE(imp.Textos(h).size(), 3 + cuerpos[h] + 1);
     }
-    QCOMPARE(siguiente, lineas + 1);
+    QCOMPARE(imp.Textos(), textos);
 }
 
-void TstLibroImpreso::paginasSinCuerpoSinHojaNueva()
+void TstLibroImpreso::salidasDelComandoImprimir()
 {
-    // 27 lines at 30 a page: the count says two pages, the body fills one; the second page's
-    // header and footer follow on the same sheet, no new page before them.
-    ImpresoraGrabadora imp;
-    libro::ImprimirPaginas(imp, Numeradas(27), QStringLiteral("ENC"), 9, 30);
-    QCOMPARE(imp.hojas.size(), 1);
-    QCOMPARE(imp.Textos(0).mid(30), (QStringList{B(136) + "Pagina 1 de 2", QString(), "ENC", QString(),
-                                                 B(136) + "Pagina 2 de 2"}));
-    // 10 lines at 4 a page: six pages of one line; the rest of the body is not printed, and
-    // the new page asked for after the last footer leaves an empty sheet.
-    ImpresoraGrabadora corta;
-    libro::ImprimirPaginas(corta, Numeradas(10), QStringLiteral("ENC"), 9, 4);
-    QCOMPARE(corta.hojas.size(), 7);
-    QCOMPARE(corta.Textos(5).mid(3), (QStringList{"linea 6", B(136) + "Pagina 6 de 6"}));
-    QVERIFY(corta.hojas[6].isEmpty());
-}
+    for (int i = 1; i <= 12; ++i) {
+        const QString numero = QStringLiteral("0001-%1").arg(i, 8, 10, QLatin1Char('0'));
+        libro->Factura(kEmpresa, kFerreteria, "01/03/2026", "05/03/2026", "A", numero, 100, 0, 21, 3);
+        libro->LineaIB(kEmpresa, kFerreteria, numero, 1, 3, "Percepción", 3);
+        libro->LineaIVA(kEmpresa, kFerreteria, numero, 1, 21, "IVA 21", 21);
+    }
+    // 4 + 36 + 8 closing lines + the empty one after the last CR LF = 49 lines; 22 a page.
+    ImpresoraGrabadora grabadora;
+    QVERIFY(ImprimirLibro(S(), grabadora, 9, 25));
+    QCOMPARE(grabadora.hojas.size(), 3);
 
-void TstLibroImpreso::apostrofeTerminaEnLaTrampa()
-{
-    // A supplier CUIT with an apostrophe breaks the supplier query: nothing is printed.
-    libro->Factura(kEmpresa, QStringLiteral("30''1"), "01/03/2026", "05/03/2026", "A", "0001-00000001", 100, 0, 21, 0);
-    ImpresoraGrabadora imp;
-    QVERIFY(!ImprimirLibro(S(), imp, 9, 30));
-    QVERIFY(imp.hojas.isEmpty());
-    QCOMPARE(libro->Mensajes().mostrados.size(), 1);
+    // The text file: the recorded pages in Latin-1, a form feed between them.
+    const QString txt = libro->Carpeta() + QStringLiteral("libro.txt");
+    ImpresoraTexto texto(txt);
+    QVERIFY(ImprimirLibro(S(), texto, 9, 25));
+    QString esperado;
+    for (int h = 0; h < grabadora.hojas.size(); ++h)
+        esperado += (h > 0 ? QStringLiteral("\f") : QString()) + Texto(grabadora.Textos(h));
+    QCOMPARE(Leer(txt), esperado.toLatin1());
+
+    // The PDF: the same three pages, legal size turned to landscape (14 x 8.5 inches), a
+    // fixed-pitch font.
+    const QString ruta = libro->Carpeta() + QStringLiteral("libro.pdf");
+    auto pdf = ImpresoraQt::Pdf(ruta);
+    QVERIFY(ImprimirLibro(S(), *pdf, 9, 25));
+    QVERIFY(libro->Mensajes().mostrados.isEmpty());
+    const QByteArray bytes = Leer(ruta);
+    QVERIFY(bytes.startsWith("%PDF"));
+    QCOMPARE(PaginasPdf(bytes), 3);
+    const auto caja = QRegularExpression(QStringLiteral("/MediaBox \\[0 0 ([0-9.]+) ([0-9.]+)\\]"))
+                          .match(QString::fromLatin1(bytes));
+    QCOMPARE(caja.captured(1).toDouble(), 1008.0);
+    QCOMPARE(caja.captured(2).toDouble(), 612.0);
+    QVERIFY(QFontDatabase::isFixedPitch(pdf->FontName()));
+    QVERIFY2(bytes.contains(QString(pdf->FontName()).remove(u' ').toLatin1()), qPrintable(pdf->FontName()));
+
+    // A folder that does not exist: no file, and the error trap's critical message.
+    const QString perdida = libro->Carpeta() + QStringLiteral("no/existe/libro.pdf");
+    QVERIFY(!ImprimirLibro(S(), *ImpresoraQt::Pdf(perdida), 9, 30));
+    QVERIFY(!QFile::exists(perdida));
     QCOMPARE(libro->Mensajes().UltimoEstilo(), int(vb::vbCritical));
-    QVERIFY(libro->Mensajes().Ultimo().endsWith(QStringLiteral(" - Seccion [MORLAxDLL.modGBPROC.ImprimirLibro]")));
+    QVERIFY(libro->Mensajes().Ultimo().startsWith(QStringLiteral("No se puede crear el archivo")));
 }
 
-QTEST_GUILESS_MAIN(TstLibroImpreso)
+void TstLibroImpreso::sinImpresorasVaAPdfEnDocumentos()
+{
+    if (!QPrinterInfo::availablePrinters().isEmpty())
+        QSKIP("this machine has printers: F12 would print on paper");
+    QTemporaryDir casa;
+    const QByteArray home = qgetenv("HOME"), config = qgetenv("XDG_CONFIG_HOME");
+    qputenv("HOME", casa.path().toLocal8Bit());
+    qputenv("XDG_CONFIG_HOME", (casa.path() + QStringLiteral("/.config")).toLocal8Bit());
+    const QString ruta = RutaLibroPdf(S());
+    const bool ok = ImprimirLibro(S(), 9, 30);
+    qputenv("HOME", home);
+    qputenv("XDG_CONFIG_HOME", config);
+
+    QVERIFY(ok);
+    QCOMPARE(ruta, casa.path() + QStringLiteral("/Documents/Libro IVA Compras 20111111112 2026-03.pdf"));
+    QVERIFY(Leer(ruta).startsWith("%PDF"));
+    QCOMPARE(libro->Mensajes().UltimoEstilo(), int(vb::vbInformation));
+    QVERIFY(libro->Mensajes().Ultimo().endsWith(ruta));
+}
+
+QTEST_MAIN(TstLibroImpreso)
 #include "tst_libroimpreso.moc"
