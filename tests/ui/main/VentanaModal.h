@@ -3,9 +3,10 @@
 // is the active modal one, with real key events on its widgets.
 
 #include <QApplication>
+#include <QDialog>
 #include <QPointer>
+#include <QTest>
 #include <QTimer>
-#include <QWidget>
 #include <functional>
 #include <memory>
 
@@ -24,10 +25,12 @@ void AlAbrirse(std::function<void(Ventana &)> pasos)
         }
         timer->stop();
         timer->deleteLater();
-        pasos(*v);
+        v->activateWindow();
+        if (QTest::qWaitFor([&v] { return !v || QApplication::activeWindow() == v; }) && v)
+            pasos(*v);
         // A step that failed must not leave the test waiting on the window.
         if (v && v->isVisible())
-            v->close();
+            v->done(0);
     });
     timer->start();
 }
