@@ -2,63 +2,15 @@
 // checks, the taxed amounts, the VAT lines and the totals.
 
 #include "LibroFacturas.h"
-#include "Teclado.h"
-#include "common/Libro.h"
-#include "common/MensajesGuion.h"
-#include "ui/invoice/frmADDConcepto.h"
 
-#include <QComboBox>
-#include <QLabel>
-#include <QListWidget>
-#include <QPushButton>
-#include <QTreeWidget>
-#include <memory>
-
-class TstFrmADDConcepto : public QObject
+class TstFrmADDConcepto : public QObject, Facturas
 {
     Q_OBJECT
 
-    std::unique_ptr<LibroDePrueba> libro;
-    PrincipalContador principal;
-
-    // A fresh book (company, period November 2026, two suppliers unless said) and the window.
-    std::unique_ptr<frmADDConcepto> Abrir(bool conProveedores = true)
-    {
-        libro = std::make_unique<LibroDePrueba>();
-        LlenarLibro(*libro, conProveedores);
-        principal = PrincipalContador();
-        return Nueva();
-    }
-    // Another add window on the same book, shown and active.
-    std::unique_ptr<frmADDConcepto> Nueva()
-    {
-        auto w = std::make_unique<frmADDConcepto>(libro->S(), &principal);
-        Mostrar(*w);
-        return w;
-    }
-    MensajesGuion &Msg() { return libro->Mensajes(); }
-
-    // Types the header through the keyboard: number, untaxed amount.
     void Encabezado(frmADDConcepto &w, const QString &numero, const QString &noGravado)
     {
         Campo(w.TxtNumero, numero);
         Campo(w.TxtNoGrav, noGravado);
-    }
-    void Gravado(frmADDConcepto &w, const QString &monto)
-    {
-        Campo(w.TxtGrav, monto);
-        Tecla(Qt::Key_Return);
-    }
-    void LineaIVA(frmADDConcepto &w, const QString &tasa, const QString &valor)
-    {
-        Campo(w.txtIVCDETIVA, tasa);
-        Campo(w.txtIVCDETVLR, valor);
-        Tecla(Qt::Key_Return);
-    }
-    void Guardar(frmADDConcepto &w)
-    {
-        w.cmdGuardar->setFocus();
-        Tecla(Qt::Key_Return);
     }
 
 private slots:
@@ -67,10 +19,11 @@ private slots:
         QTest::addColumn<bool>("proveedores");
         QTest::addColumn<QString>("numero");
         QTest::addColumn<QString>("noGravado");
-        QTest::addColumn<QString>("mensaje");
+        QTest::addColumn<QString>("mensaje"); // empty: the statement fails without a word
         QTest::newRow("sin proveedores") << false << "1" << "0" << "Debe seleccionar un Proveedor";
         QTest::newRow("número en blanco") << true << "   " << "0" << "Debe ingresar un número de factura";
         QTest::newRow("no gravado vacío") << true << "1" << "" << "El Valor No Gravado debe ser númerico";
+        QTest::newRow("apóstrofo en el número") << true << "0001'2" << "0" << "";
     }
     void encabezadoRechazado()
     {
@@ -78,26 +31,29 @@ private slots:
         QFETCH(QString, numero);
         QFETCH(QString, noGravado);
         QFETCH(QString, mensaje);
-        auto w = Abrir(proveedores);
-        w->TxtNumero->setFocus();
-        Teclear(numero);
+        Libro(proveedores);
+        auto w = Agregar();
+        Campo(w->TxtNumero, numero);
         if (!noGravado.isEmpty())
             Campo(w->TxtNoGrav, noGravado);
         Guardar(*w);
-        QCOMPARE(Msg().Ultimo(), mensaje);
-        QCOMPARE(Msg().UltimoEstilo(), int(vb::vbExclamation));
-        QCOMPARE(Msg().mostrados.last().titulo, QString());
-        QCOMPARE(libro->Contar(QStringLiteral("IVC")), 0L);
+        QCOMPARE(Msg().mostrados.size(), mensaje.isEmpty() ? 0 : 1);
+        if (!mensaje.isEmpty()) {
+            QCOMPARE(Msg().Ultimo(), mensaje);
+            QCOMPARE(Msg().UltimoEstilo(), int(vb::vbExclamation));
+            QCOMPARE(Msg().mostrados.last().titulo, QString());
+        }
+        QCOMPARE(Contar(QStringLiteral("IVC")), 0L);
         QVERIFY(!w->Guardado());
         QCOMPARE(principal.recargas, 1); // "Guardar" reloads whatever the save did
     }
 
-    // Typing in "No Gravado" keeps the total up to date; what is not a number becomes 0.
+    // What is not a number in "No Gravado" becomes 0 as it is typed; the total follows it.
     void noGravadoSeTotaliza()
     {
-        auto w = Abrir();
-        w->TxtNoGrav->setFocus();
-        Teclear(QStringLiteral("abc"));
+        Libro();
+        auto w = Agregar();
+        Campo(w->TxtNoGrav, QStringLiteral("abc"));
         QCOMPARE(w->TxtNoGrav->text(), QStringLiteral("0"));
         Reescribir(QStringLiteral("15,5"));
         QCOMPARE(w->lbTotalFactura->text(), QStringLiteral("15,50"));
@@ -105,13 +61,17 @@ private slots:
 
     void gravadoSoloSeExigeAlActualizar()
     {
-        auto w = Abrir();
+        Libro();
+        auto w = Agregar();
         Encabezado(*w, QStringLiteral("0001-1"), QStringLiteral("0"));
+        Campo(w->txtDescripcion, QStringLiteral("D'Angelo"));
         Campo(w->TxtGrav, QStringLiteral("x1"));
         Guardar(*w);
         QVERIFY(Msg().mostrados.isEmpty());
-        QCOMPARE(libro->Contar(QStringLiteral("IVC")), 1L);
         QVERIFY(w->Guardado());
+        // The description keeps its apostrophe as "´", on screen and in the book.
+        QCOMPARE(w->txtDescripcion->text(), QStringLiteral("D´Angelo"));
+        QCOMPARE(Filas(QStringLiteral("select DESCRIPCION from IVC")), QStringList{QStringLiteral("D´Angelo")});
         Guardar(*w);
         QCOMPARE(Msg().Ultimo(), QStringLiteral("El Valor Gravado debe ser númerico"));
 
@@ -119,15 +79,16 @@ private slots:
         Campo(w->TxtGrav, QStringLiteral("1"));
         Campo(w->TxtNumero, QStringLiteral("0001-2"));
         Guardar(*w);
-        QCOMPARE(libro->Filas(QStringLiteral("select IVCSNROFAC from IVC")), QStringList{QStringLiteral("0001-2")});
+        QCOMPARE(Filas(QStringLiteral("select IVCSNROFAC from IVC")), QStringList{QStringLiteral("0001-2")});
         QCOMPARE(Msg().mostrados.size(), 1);
     }
 
     void duplicadoEnOtroPeriodo()
     {
-        auto w = Abrir();
+        Libro();
         libro->Factura(kEmpresa, kAcme, QStringLiteral("01/10/2026"), QStringLiteral("05/10/2026"), QStringLiteral("A"),
                        QStringLiteral("0001-7"), 10, 0, 0, 0);
+        auto w = Agregar();
         Encabezado(*w, QStringLiteral("0001-7"), QStringLiteral("0"));
         Guardar(*w);
         QCOMPARE(Msg().Ultimo(), QStringLiteral("Este Numero de factura ya fue cargada [ 0001-7 ]\r\n"
@@ -135,30 +96,12 @@ private slots:
                                                 "FECHA DE FACTURA 05/10/2026\r\n"
                                                 "EL PERIODO 10/2026"));
         QCOMPARE(Msg().UltimoEstilo(), int(vb::vbExclamation));
-        QCOMPARE(libro->Contar(QStringLiteral("IVC")), 1L);
+        QCOMPARE(Contar(QStringLiteral("IVC")), 1L);
         // The same number of another supplier is no duplicate.
         w->cboProv->setFocus();
         Tecla(Qt::Key_Down);
         Guardar(*w);
-        QCOMPARE(libro->Contar(QStringLiteral("IVC")), 2L);
-    }
-
-    // Descriptions keep an apostrophe as "´"; in the number it fails the save without a word.
-    void apostrofes()
-    {
-        auto w = Abrir();
-        Encabezado(*w, QStringLiteral("0001-1"), QStringLiteral("0"));
-        Campo(w->txtDescripcion, QStringLiteral("D'Angelo"));
-        Guardar(*w);
-        QCOMPARE(w->txtDescripcion->text(), QStringLiteral("D´Angelo"));
-        QCOMPARE(libro->Filas(QStringLiteral("select DESCRIPCION from IVC")), QStringList{QStringLiteral("D´Angelo")});
-
-        w.reset();
-        auto w2 = Nueva();
-        Encabezado(*w2, QStringLiteral("0001'2"), QStringLiteral("0"));
-        QVERIFY(!w2->IVAValidar());
-        QVERIFY(Msg().mostrados.isEmpty());
-        QCOMPARE(libro->Contar(QStringLiteral("IVC")), 1L);
+        QCOMPARE(Contar(QStringLiteral("IVC")), 2L);
     }
 
     void montosGravados_data()
@@ -179,22 +122,23 @@ private slots:
         QFETCH(QString, monto);
         QFETCH(QString, mensaje);
         QFETCH(QString, lista);
-        auto w = Abrir();
+        Libro();
+        auto w = Agregar();
         Campo(w->TxtNumero, numero);
         Gravado(*w, monto);
         QCOMPARE(Msg().Ultimo(), mensaje);
+        QCOMPARE(Contar(QStringLiteral("IVC_Gravado")), lista.isEmpty() ? 0L : 1L);
         QCOMPARE(w->lstGravado->count(), lista.isEmpty() ? 0 : 1);
-        QCOMPARE(libro->Contar(QStringLiteral("IVC_Gravado")), lista.isEmpty() ? 0L : 1L);
         if (!lista.isEmpty()) {
             QCOMPARE(w->lstGravado->item(0)->text(), lista);
-            QCOMPARE(w->lbGravTotal->text(), lista);
             QCOMPARE(w->lbTotalFactura->text(), lista);
         }
     }
 
     void eliminarGravado()
     {
-        auto w = Abrir();
+        Libro();
+        auto w = Agregar();
         Campo(w->TxtNumero, QStringLiteral("1"));
         Gravado(*w, QStringLiteral("100"));
         Gravado(*w, QStringLiteral("200"));
@@ -204,49 +148,43 @@ private slots:
         QCOMPARE(Msg().Ultimo(), QStringLiteral("Debe seleccionar un valor Gravado"));
 
         Tecla(Qt::Key_Home);
-        Msg().Responder(vb::vbNo);
-        Tecla(Qt::Key_Delete);
+        Borrar(w->lstGravado, Msg(), vb::vbNo);
         QCOMPARE(Msg().Ultimo(), QStringLiteral("Confirma eliminar el Gravado 100,00"));
         QCOMPARE(Msg().UltimoEstilo(), int(vb::vbYesNo + vb::vbQuestion));
         QCOMPARE(w->lstGravado->count(), 2);
 
-        Tecla(Qt::Key_Delete); // Yes
-        QCOMPARE(libro->Filas(QStringLiteral("select GRAVAD_id,GRAVAD_Valor from IVC_Gravado")),
-                 QStringList{QStringLiteral("2|200")});
-        QCOMPARE(w->lstGravado->count(), 1);
-        QCOMPARE(w->cboGravadoIVA->count(), 2);
+        Borrar(w->lstGravado, Msg());
+        QCOMPARE(Filas(QStringLiteral("select GRAVAD_id,GRAVAD_Valor from IVC_Gravado")), QStringList{QStringLiteral("2|200")});
         QCOMPARE(w->cboGravadoIVA->itemText(0), QStringLiteral("200,00"));
         QCOMPARE(w->lbGravTotal->text(), QStringLiteral("200,00"));
         QVERIFY(w->TxtNumero->isReadOnly());
 
+        // The last amount gone: the number is free again, "[Total Gravados]" stays last.
         w->lstGravado->setCurrentRow(0);
-        Tecla(Qt::Key_Delete);
+        Borrar(w->lstGravado, Msg());
         QVERIFY(!w->TxtNumero->isReadOnly());
-        QCOMPARE(w->cboGravadoIVA->count(), 1); // "[Total Gravados]" stays
         QCOMPARE(w->lbGravTotal->text(), QStringLiteral("00,00"));
-        // A new amount after all were deleted still goes before "[Total Gravados]".
         Gravado(*w, QStringLiteral("50"));
         QCOMPARE(w->cboGravadoIngBru->itemText(0), QStringLiteral("50,00"));
         QCOMPARE(w->cboGravadoIngBru->itemText(1), QStringLiteral("[Total Gravados]"));
-        QCOMPARE(libro->Filas(QStringLiteral("select GRAVAD_id from IVC_Gravado")), QStringList{QStringLiteral("1")});
+        QCOMPARE(Filas(QStringLiteral("select GRAVAD_id from IVC_Gravado")), QStringList{QStringLiteral("1")});
     }
 
     void calculadores()
     {
-        auto w = Abrir();
-        w->txtIVCDETIVA->setFocus();
-        Teclear(QStringLiteral("21"));
+        Libro();
+        auto w = Agregar();
+        Campo(w->txtIVCDETIVA, QStringLiteral("21"));
         Tecla(Qt::Key_Return);
         QCOMPARE(Msg().Ultimo(), QStringLiteral("debe seleccionar un valor gravado IVA"));
-        w->txtIVC_IngB->setFocus();
-        Teclear(QStringLiteral("3"));
+        Campo(w->txtIVC_IngB, QStringLiteral("3"));
         Tecla(Qt::Key_Return);
         QCOMPARE(Msg().Ultimo(), QStringLiteral("debe seleccionar un valor gravado"));
 
         Campo(w->TxtNumero, QStringLiteral("1"));
         Gravado(*w, QStringLiteral("1000"));
         Gravado(*w, QStringLiteral("333,33"));
-        // A single amount as the base; the description typed by the user is kept.
+        // A single amount as the base; a description typed by the user is kept.
         w->cboGravadoIVA->setCurrentIndex(1);
         Campo(w->txtIVCDETDSC, QStringLiteral("propia"));
         Campo(w->txtIVCDETIVA, QStringLiteral("10,5"));
@@ -262,79 +200,70 @@ private slots:
         Tecla(Qt::Key_Return);
         QCOMPARE(w->txtIVC_IngBValor->text(), QStringLiteral("30,00"));
         QCOMPARE(w->txtIVC_IngBDesc->text(), QStringLiteral("1000,00 Ing Brutos del 3"));
-        QCOMPARE(libro->Contar(QStringLiteral("IVC_DetIVA")), 0L); // nothing is stored by a calculator
+        QCOMPARE(Contar(QStringLiteral("IVC_DetIVA")) + Contar(QStringLiteral("IVC_DetIngBrutos")), 0L);
     }
 
     void lineasIVA()
     {
-        auto w = Abrir();
+        Libro();
         libro->LineaIVA(kEmpresa, kAcme, QStringLiteral("0001-9"), 7, 21, QStringLiteral("otra factura"), 1);
+        auto w = Agregar();
         Encabezado(*w, QStringLiteral("0001-1"), QStringLiteral("0"));
-
-        Campo(w->txtIVCDETIVA, QStringLiteral("x"));
-        Campo(w->txtIVCDETVLR, QStringLiteral("1"));
-        Tecla(Qt::Key_Return);
+        // The two refusals differ in their icon only.
+        LineaIVA(*w, QStringLiteral("x"), QStringLiteral("1"));
         QCOMPARE(Msg().Ultimo(), QStringLiteral("Debe ingresar un valor númerico"));
         QCOMPARE(Msg().UltimoEstilo(), int(vb::vbCritical));
-        Campo(w->txtIVCDETIVA, QStringLiteral("21"));
-        Campo(w->txtIVCDETVLR, QStringLiteral("x"));
-        Tecla(Qt::Key_Return);
+        LineaIVA(*w, QStringLiteral("21"), QStringLiteral("x"));
         QCOMPARE(Msg().Ultimo(), QStringLiteral("Debe ingresar un valor númerico"));
         QCOMPARE(Msg().UltimoEstilo(), int(vb::vbOKOnly));
-        QCOMPARE(libro->Contar(QStringLiteral("IVC")), 0L);
+        QCOMPARE(Contar(QStringLiteral("IVC")), 0L);
 
         LineaIVA(*w, QStringLiteral("10.5"), QStringLiteral("10,50"));
-        QCOMPARE(libro->Contar(QStringLiteral("IVC")), 1L);
+        QCOMPARE(Contar(QStringLiteral("IVC")), 1L);
         // From now on the header save updates, and so checks "Gravado": refused, no line.
         Campo(w->txtIVCDETDSC, QStringLiteral("it's"));
         LineaIVA(*w, QStringLiteral("27"), QStringLiteral("27"));
         QCOMPARE(Msg().Ultimo(), QStringLiteral("El Valor Gravado debe ser númerico"));
-        QCOMPARE(libro->Contar(QStringLiteral("IVC_DetIVA")), 2L);
+        QCOMPARE(Contar(QStringLiteral("IVC_DetIVA")), 2L);
         Campo(w->TxtGrav, QStringLiteral("0"));
         w->txtIVCDETVLR->setFocus();
         Tecla(Qt::Key_Return);
         // Ids grow over every invoice of the supplier; the description defaults from the rate box.
-        QCOMPARE(libro->Filas(QStringLiteral("select IVCdetId,IVCDETIVA,IVCDETDSC,IVCDETVLR from IVC_DetIVA "
-                                             "where IVCSNROFAC = '0001-1' order by IVCdetId")),
+        QCOMPARE(Filas(QStringLiteral("select IVCdetId,IVCDETIVA,IVCDETDSC,IVCDETVLR from IVC_DetIVA "
+                                      "where IVCSNROFAC = '0001-1' order by IVCdetId")),
                  (QStringList{QStringLiteral("8|10,5|Iva del 10.5:|10,5"), QStringLiteral("9|27|it s|27")}));
-        QCOMPARE(libro->Filas(QStringLiteral("select IVARIN from IVC")), QStringList{QStringLiteral("37,5")});
+        QCOMPARE(Filas(QStringLiteral("select IVARIN from IVC")), QStringList{QStringLiteral("37,5")});
         QCOMPARE(w->lbIVATotal->text(), QStringLiteral("37,50"));
-        QCOMPARE(w->lstIVC_DetIVA->topLevelItem(1)->text(2), QStringLiteral("it s"));
         QVERIFY(!w->cboProv->isEnabled());
 
-        w->lstIVC_DetIVA->setFocus();
         w->lstIVC_DetIVA->setCurrentItem(w->lstIVC_DetIVA->topLevelItem(1));
-        Msg().Responder(vb::vbNo);
-        Tecla(Qt::Key_Delete);
+        Borrar(w->lstIVC_DetIVA, Msg(), vb::vbNo);
         QCOMPARE(Msg().Ultimo(), QStringLiteral("Confirma eliminar el concepto seleccinado?"));
         QCOMPARE(Msg().UltimoEstilo(), int(vb::vbYesNo + vb::vbQuestion));
         QCOMPARE(w->lstIVC_DetIVA->topLevelItemCount(), 2);
-        w->lstIVC_DetIVA->setFocus();
-        Tecla(Qt::Key_Delete);
-        QCOMPARE(w->lstIVC_DetIVA->topLevelItemCount(), 1);
+        Borrar(w->lstIVC_DetIVA, Msg());
         QCOMPARE(w->lbTotalFactura->text(), QStringLiteral("10,50"));
-        w->lstIVC_DetIVA->setFocus();
-        Tecla(Qt::Key_Delete);
+        Borrar(w->lstIVC_DetIVA, Msg());
         // The last line gone: the supplier is free again; this window leaves IVARIN as it was.
         QVERIFY(w->cboProv->isEnabled());
         QCOMPARE(w->lbIVATotal->text(), QStringLiteral("00,00"));
-        QCOMPARE(libro->Filas(QStringLiteral("select IVARIN from IVC")), QStringList{QStringLiteral("10,5")});
-        const int vistos = Msg().mostrados.size();
-        w->lstIVC_DetIVA->setFocus();
-        Tecla(Qt::Key_Delete);
+        QCOMPARE(Filas(QStringLiteral("select IVARIN from IVC")), QStringList{QStringLiteral("10,5")});
+        const auto vistos = Msg().mostrados.size();
+        Borrar(w->lstIVC_DetIVA, Msg());
         QCOMPARE(Msg().mostrados.size(), vistos); // an empty list asks nothing
-        QCOMPARE(libro->Contar(QStringLiteral("IVC_DetIVA")), 1L);
+        QCOMPARE(Contar(QStringLiteral("IVC_DetIVA")), 1L);
     }
 
+    // Esc empties the VAT line boxes; the window stays, whatever has the focus.
     void escNuncaCierra()
     {
-        auto w = Abrir();
+        Libro();
+        auto w = Agregar();
         Campo(w->txtIVCDETIVA, QStringLiteral("21"));
         Campo(w->txtIVCDETDSC, QStringLiteral("algo"));
         Tecla(Qt::Key_Escape);
         QVERIFY(w->isVisible());
-        QCOMPARE(w->txtIVCDETIVA->text(), QString());
-        QCOMPARE(w->txtIVCDETDSC->text(), QString());
+        QCOMPARE(w->txtIVCDETIVA->text() + w->txtIVCDETDSC->text(), QString());
         QCOMPARE(Foco(), w->lstIVC_DetIVA);
         w->cboProv->setFocus();
         Tecla(Qt::Key_Escape);
@@ -347,13 +276,14 @@ private slots:
     // here writes no row (the book ignores it), which keeps the window in insert mode.
     void cerrarSinGuardar()
     {
-        auto w = Abrir();
+        Libro();
+        auto w = Agregar();
         libro->Ejecutar(QStringLiteral("CREATE TRIGGER ignorar BEFORE INSERT ON IVC BEGIN SELECT RAISE(IGNORE); END"));
         Encabezado(*w, QStringLiteral("0001-1"), QStringLiteral("0"));
         Gravado(*w, QStringLiteral("100"));
         LineaIVA(*w, QStringLiteral("21"), QStringLiteral("21"));
         QVERIFY(!w->Guardado());
-        QCOMPARE(libro->Contar(QStringLiteral("IVC_DetIVA")), 1L);
+        QCOMPARE(Contar(QStringLiteral("IVC_DetIVA")), 1L);
 
         Msg().Responder(vb::vbNo);
         w->cmdCerrar->setFocus();
@@ -362,12 +292,12 @@ private slots:
         QCOMPARE(Msg().mostrados.last().titulo, QStringLiteral("Confirmación"));
         QCOMPARE(Msg().UltimoEstilo(), int(vb::vbYesNo + vb::vbQuestion));
         QVERIFY(w->isVisible());
-        QCOMPARE(libro->Contar(QStringLiteral("IVC_Gravado")), 1L);
+        QCOMPARE(Contar(QStringLiteral("IVC_Gravado")), 1L);
 
         Tecla(Qt::Key_Return); // Yes
         QVERIFY(!w->isVisible());
-        QCOMPARE(libro->Contar(QStringLiteral("IVC_Gravado")), 0L);
-        QCOMPARE(libro->Contar(QStringLiteral("IVC_DetIVA")), 1L);
+        QCOMPARE(Contar(QStringLiteral("IVC_Gravado")), 0L);
+        QCOMPARE(Contar(QStringLiteral("IVC_DetIVA")), 1L);
         QCOMPARE(principal.recargas, 0);
     }
 };
