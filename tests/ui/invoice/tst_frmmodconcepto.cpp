@@ -38,13 +38,9 @@ private slots:
     {
         QFETCH(bool, conLineas);
         auto w = Abrir(conLineas);
-        QCOMPARE(w->cboProv->currentText(), QStringLiteral("Acme"));
-        QCOMPARE(w->cboIdProv->currentText(), kAcme);
-        QCOMPARE(w->cboTipo->currentText(), QStringLiteral("B"));
-        QCOMPARE(w->TxtFecha->text(), QStringLiteral("05/10/26"));
-        QCOMPARE(w->txtDescripcion->text(), QStringLiteral("servicio"));
-        QCOMPARE(w->cboMES->currentText(), QStringLiteral("NOVIEMBRE"));
-        QCOMPARE(w->TxtYear->text(), QStringLiteral("2026"));
+        QCOMPARE((QStringList{w->cboProv->currentText(), w->cboIdProv->currentText(), w->cboTipo->currentText(),
+                              w->TxtFecha->text(), w->txtDescripcion->text(), w->cboMES->currentText(), w->TxtYear->text()}),
+                 (QStringList{"Acme", kAcme, "B", "05/10/26", "servicio", "NOVIEMBRE", "2026"}));
         // Amounts lock the number and add "[Total Gravados]"; VAT lines lock the supplier. No
         // VAT lines: the header's VAT total is rewritten as 0.
         QCOMPARE(w->cboGravadoIVA->count(), conLineas ? 2 : 0);
@@ -53,31 +49,38 @@ private slots:
         QCOMPARE(w->cboProv->isEnabled(), !conLineas);
         QCOMPARE(Foco(), conLineas ? static_cast<QWidget *>(w->TxtFecha) : w->cboProv);
         QCOMPARE(w->lbTotalFactura->text(), conLineas ? QStringLiteral("126,00") : QStringLiteral("05,00"));
-        QCOMPARE(Cabecera().value(0), conLineas ? QStringLiteral("30700000011|01/10/2026|05/10/2026|0001-5|100|21")
-                                                : QStringLiteral("30700000011|01/10/2026|05/10/2026|0001-5|100|0"));
+        QCOMPARE(Cabecera().value(0), QStringLiteral("30700000011|01/10/2026|05/10/2026|0001-5|100|") +
+                                          (conLineas ? QStringLiteral("21") : QStringLiteral("0")));
     }
 
-    void guardarMueveAlPeriodoActual()
+    // Every save checks "Gravado" (it opens empty); a date the book cannot read ends the save with
+    // the error report; a save moves the invoice into the current period.
+    void guardar()
     {
         auto w = Abrir(true);
         Campo(w->txtDescripcion, QStringLiteral("O'Brien"));
-        // "Gravado" opens empty, and every save here checks it.
         Tecla(Qt::Key_F11);
         QCOMPARE(Msg().Ultimo(), QStringLiteral("El Valor Gravado debe ser númerico"));
-        QCOMPARE(principal.recargas, 1);
-        QVERIFY(!w->Guardado());
-        Msg().Limpiar();
         Campo(w->TxtGrav, QStringLiteral("0"));
+        Campo(w->TxtFecha, QStringLiteral("05'10"));
+        Tecla(Qt::Key_F11);
+        QCOMPARE(Msg().UltimoEstilo(), int(vb::vbCritical));
+        QVERIFY(Msg().Ultimo().endsWith(QStringLiteral(" - seccion [MORLA.frmModConcepto.IVAValidad]")));
+        QVERIFY(!w->Guardado());
+        QCOMPARE(Cabecera().value(0), QStringLiteral("30700000011|01/10/2026|05/10/2026|0001-5|100|21"));
+
+        Msg().Limpiar();
+        Campo(w->TxtFecha, QStringLiteral("05/10/26"));
         Tecla(Qt::Key_F11);
         QCOMPARE(Cabecera(), QStringList{QStringLiteral("30700000011|01/11/2026|05/10/2026|0001-5|100|21")});
         QCOMPARE(Filas(QStringLiteral("select DESCRIPCION from IVC")), QStringList{QStringLiteral("O´Brien")});
-        QCOMPARE(principal.recargas, 2);
-        QCOMPARE(principal.totales, 2);
+        QCOMPARE(principal.recargas, 3); // every F11 reloads the main window, whatever the save did
+        QCOMPARE(principal.totales, 3);
         QVERIFY(w->isVisible());
         Tecla(Qt::Key_Escape);
         QVERIFY(!w->isVisible());
         QVERIFY(Msg().mostrados.isEmpty());
-        QCOMPARE(principal.recargas, 3);
+        QCOMPARE(principal.recargas, 4);
     }
 
     void numeroDuplicado()
@@ -165,18 +168,6 @@ private slots:
         QCOMPARE(principal.recargas, 0);
     }
 
-    void errorAlGuardar()
-    {
-        auto w = Abrir(true);
-        Campo(w->TxtGrav, QStringLiteral("0"));
-        Campo(w->TxtFecha, QStringLiteral("05'10"));
-        Tecla(Qt::Key_F11);
-        QCOMPARE(Msg().UltimoEstilo(), int(vb::vbCritical));
-        QVERIFY(Msg().Ultimo().endsWith(QStringLiteral(" - seccion [MORLA.frmModConcepto.IVAValidad]")));
-        QVERIFY(!w->Guardado());
-        QCOMPARE(Cabecera().value(0), QStringLiteral("30700000011|01/10/2026|05/10/2026|0001-5|100|21"));
-    }
-
     // VAT lines on this window: its taxed-amount combo moves on with Enter; the last line
     // deleted writes IVARIN 0 and leaves the focus on the list.
     void lineasIVA()
@@ -197,13 +188,11 @@ private slots:
         QCOMPARE(Filas(QStringLiteral("select IVCdetId,IVCDETDSC from IVC_DetIVA order by IVCdetId")),
                  (QStringList{QStringLiteral("3|Iva 21"), QStringLiteral("4|Gravado 100,00 IVA del 10,5")}));
         QCOMPARE(Cabecera(), QStringList{QStringLiteral("30700000011|01/11/2026|05/10/2026|0001-5|100|31,5")});
-        QCOMPARE(w->lbTotalFactura->text(), QStringLiteral("136,50"));
 
         for (int i = 0; i < 2; ++i) {
             Borrar(w->lstIVC_DetIVA, Msg());
             QCOMPARE(Foco(), w->lstIVC_DetIVA);
         }
-        QCOMPARE(Contar(QStringLiteral("IVC_DetIVA")), 0L);
         QCOMPARE(Cabecera().value(0).section(u'|', 5), QStringLiteral("0"));
         QVERIFY(w->cboProv->isEnabled());
     }

@@ -1,5 +1,6 @@
-// The main window: start-up, period list and totals, delete, print settings and their checks,
-// and the keys that print (F12), export (F10) and change company (F6).
+// The main window and the company and period window over it: start-up, period list and totals,
+// delete, print settings and their checks, and the keys that print (F12), export (F10) and
+// change company and period (F6).
 
 #include "Inicio.h"
 #include "common/Archivo.h"
@@ -8,6 +9,7 @@
 #include "data/Convenciones.h"
 
 #include <QDir>
+#include <QScrollBar>
 
 class TstFrmMain : public QObject
 {
@@ -60,20 +62,53 @@ private slots:
         QCOMPARE(w.lbIVCFPERIOD->text(), elegido);
         QCOMPARE(w.lbFecha->text(), conv::FechaLarga(QDate(2026, 11, 21)));
         QCOMPARE(w.txtIMPFuente->text() + u'/' + w.txtIMPLinxHoja->text(), QStringLiteral("9/30"));
-        QCOMPARE(s.ajustes.Leer(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("USRSNROCUIT")),
-                 s.CuitUsuario);
+        QCOMPARE(Recordado("USRSNROCUIT"), s.CuitUsuario);
     }
+    // At start-up the company and period window is walked round with Enter, its year moved by the
+    // spin bar, and left with Esc: the program ends without showing the main window.
     void arranqueEscTerminaSinVentana()
     {
         frmMAIN w(libro->S());
-        AlAbrirse<frmOpciones>([](frmOpciones &f) { QTest::keyClick(f.TxtYear, Qt::Key_Escape); });
+        QStringList recorrido;
+        AlAbrirse<frmOpciones>([&recorrido](frmOpciones &f) {
+            f.cboUSR->setFocus();
+            for (int i = 0; i < 4; ++i) {
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+                recorrido << QApplication::focusWidget()->objectName();
+            }
+            QTest::keyClick(f.VScroll1, Qt::Key_Up);
+            recorrido << f.TxtYear->text();
+            QTest::keyClick(f.VScroll1, Qt::Key_Down);
+            QTest::keyClick(f.VScroll1, Qt::Key_Down);
+            recorrido << f.TxtYear->text();
+            QTest::keyClick(f.TxtYear, Qt::Key_Escape);
+        });
         QVERIFY(!w.Form_Load());
+        QCOMPARE(recorrido, (QStringList{"cboMES", "TxtYear", "VScroll1", "cboUSR", "2027", "2025"}));
         QVERIFY(libro->S().Cancelado);
         QVERIFY(!w.isVisible());
         QCOMPARE(w.lbUSRSNOMBR->text(), QString());
         QCOMPARE(w.Grd->Rows(), 1);
-        QCOMPARE(libro->S().ajustes.Leer(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("USRSNROCUIT")), QString());
+        QCOMPARE(Recordado("USRSNROCUIT"), QString());
     }
+
+    // A book of companies that cannot be opened: the message names it, the list stays empty.
+    void arranqueSinBaseDeEmpresas()
+    {
+        libro->S().ajustes.Guardar(QStringLiteral("FACTURACION"), QStringLiteral("BASES"), QStringLiteral("PERSONAL"),
+                                   libro->Carpeta() + QStringLiteral("no/"));
+        frmMAIN w(libro->S());
+        int empresas = -1;
+        AlAbrirse<frmOpciones>([&empresas](frmOpciones &f) {
+            empresas = f.cboUSR->count();
+            QTest::keyClick(f.cboUSR, Qt::Key_Escape);
+        });
+        QVERIFY(!w.Form_Load());
+        QCOMPARE(empresas, 0);
+        QCOMPARE(libro->Mensajes().UltimoEstilo(), int(vb::vbCritical));
+        QVERIFY(libro->Mensajes().Ultimo().contains(libro->Carpeta() + QStringLiteral("no/personal.mdb")));
+    }
+
     void listaYTotales()
     {
         libro->Recordar(kAlfa, kNov);
@@ -263,22 +298,64 @@ private slots:
         QVERIFY(alicuotas.contains("00000000000000000009" "80" "000000030-70000000-1" "000000000020000" "0005" "000000000004200\r\n"));
         QVERIFY(Leer(dir + "noviembre.xls").contains("\"05/11/2026\"\t\"A\"\t\"9\"\t\"30-70000000-1\"\t\"Proveedor Uno\"\t"));
     }
-    void f6CambiaEmpresa()
+    // F6: company, month and year chosen with the keyboard and confirmed; F6 again left with Esc
+    // changes nothing.
+    void f6()
     {
         libro->Recordar(kAlfa, QStringLiteral("01/10/2026"));
         frmMAIN w(libro->S());
-        QVERIFY(Arrancar(w));
+        ArrancarYMostrar(w);
         QCOMPARE(w.LbTot->text(), QStringLiteral("01,00"));
         AlAbrirse<frmOpciones>([](frmOpciones &f) {
             QTest::keyClick(f.cboUSR, Qt::Key_Down); // Alfa SA -> Beta SRL
-            QTest::keyClick(f.cboUSR, Qt::Key_F11);
+            QTest::keyClick(f.cboMES, Qt::Key_End);
+            Escribir(f.TxtYear, QStringLiteral("2005"));
+            QTest::keyClick(f.TxtYear, Qt::Key_F11);
         });
         QTest::keyClick(w.Grd, Qt::Key_F6);
-        QCOMPARE(libro->S().CuitUsuario, kBeta);
-        QCOMPARE(FilasGrilla(w), QStringList{QStringLiteral("02/10/26|C|77|30-70000000-1|Proveedor Uno|50,00|00,00|00,00|0|50,00|0")});
-        QCOMPARE(w.LbTot->text(), QStringLiteral("50,00"));
+        const Sesion &s = libro->S();
+        QCOMPARE((QStringList{s.CuitUsuario, s.NombreUsuario, s.ConIva, s.DomicilioUsuario, s.EmailUsuario,
+                              s.PeriodoDesde, QString::number(s.MesPeriodo)}),
+                 (QStringList{kBeta, "Beta SRL", "N", "Calle 1", "info@empresa.com.ar", "01/12/2005", "12"}));
+        QCOMPARE(Recordado("USRSNROCUIT") + u' ' + Recordado("IVCFPERIOD"), kBeta + QStringLiteral(" 01/12/2005"));
+        QCOMPARE(FilasGrilla(w), QStringList{QStringLiteral("02/12/05|A|1|30-70000000-2|Proveedor Dos|100,00|00,00|21,00|0|121,00|21")});
+        QCOMPARE(w.LbTot->text(), QStringLiteral("121,00"));
         // The company and period labels are set only at start.
         QCOMPARE(w.lbUSRSNOMBR->text(), QStringLiteral("Alfa SA"));
+
+        AlAbrirse<frmOpciones>([](frmOpciones &f) {
+            QTest::keyClick(f.cboUSR, Qt::Key_Up);
+            QTest::keyClick(f.cboUSR, Qt::Key_Escape);
+        });
+        QTest::keyClick(w.Grd, Qt::Key_F6);
+        QVERIFY(s.Cancelado);
+        QVERIFY(w.isVisible());
+        QCOMPARE(s.CuitUsuario, kBeta);
+        QCOMPARE(Recordado("IVCFPERIOD"), QStringLiteral("01/12/2005"));
+        QCOMPARE(w.Grd->Rows(), 2);
+    }
+
+    // A company removed since the list was read: the message; the company changes, the period
+    // and the remembered choice do not, and the list shows the new company in the old period.
+    void f6EmpresaBorrada()
+    {
+        libro->Recordar(kAlfa, QStringLiteral("01/12/2005"));
+        frmMAIN w(libro->S());
+        ArrancarYMostrar(w);
+        AlAbrirse<frmOpciones>([this](frmOpciones &f) {
+            libro->Ejecutar(QStringLiteral("personal.mdb"), {QStringLiteral("delete from USR where USRSNRCUIT = '%1'").arg(kBeta)});
+            QTest::keyClick(f.cboUSR, Qt::Key_Down);
+            QTest::keyClick(f.cboMES, Qt::Key_Up);
+            QTest::keyClick(f.cboMES, Qt::Key_F11);
+        });
+        QTest::keyClick(w.Grd, Qt::Key_F6);
+        const Sesion &s = libro->S();
+        QCOMPARE(libro->Mensajes().Ultimo(), QStringLiteral("No se encuentra la información de este usuario."));
+        QCOMPARE(libro->Mensajes().UltimoEstilo(), int(vb::vbCritical));
+        QCOMPARE(s.CuitUsuario + u' ' + s.PeriodoDesde, kBeta + QStringLiteral(" 01/12/2005"));
+        QVERIFY(!s.Cancelado);
+        QCOMPARE(Recordado("USRSNROCUIT"), kAlfa);
+        QCOMPARE(w.Grd->TextMatrix(1, 0), QStringLiteral("02/12/05"));
     }
 
 private:
@@ -292,6 +369,10 @@ private:
             out << c.join(u'|');
         }
         return out;
+    }
+    QString Recordado(const char *clave) const
+    {
+        return libro->S().ajustes.Leer(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QString::fromLatin1(clave));
     }
     QString Ajuste(const char *clave) const
     {

@@ -1,11 +1,15 @@
-// The supplier window on a real book, driven by key events on its shown, active widgets.
+// The supplier window on a real book, driven by key events on its shown, active widgets, on its
+// own and opened by F5 from the main window.
 
 #include "common/Libro.h"
 #include "common/MensajesGuion.h"
+#include "ui/invoice/frmADDConcepto.h"
+#include "ui/main/GrillaFlex.h"
+#include "ui/main/frmMAIN.h"
 #include "ui/suppliers/frmLSTPROV.h"
 
+#include <QComboBox>
 #include <QGroupBox>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTableWidget>
@@ -33,9 +37,7 @@ class TstFrmLSTPROV : public QObject
         w->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(w.get()));
     }
-    // Keys and text on the widget that has the focus, as the keyboard delivers them.
     static void Tecla(Qt::Key k) { QTest::keyClick(QApplication::focusWidget(), k); }
-    static void Escribir(const QString &t) { QTest::keyClicks(QApplication::focusWidget(), t); }
     QStringList Grilla() const
     {
         QStringList filas;
@@ -49,6 +51,21 @@ class TstFrmLSTPROV : public QObject
                                            "PRVSEMAIL, PRVSCONTAC, PRVFALTA from PRV order by PRVSNRCUIT"));
     }
     MensajesGuion &M() { return libro->Mensajes(); }
+    // Keys and typed texts on the widget that has the focus, in order, as the keyboard delivers them.
+    static void Teclas(std::initializer_list<QVariant> teclas)
+    {
+        for (const QVariant &t : teclas) {
+            if (t.typeId() == QMetaType::QString)
+                QTest::keyClicks(QApplication::focusWidget(), t.toString());
+            else
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key(t.toInt()));
+        }
+    }
+    static void Activar(QWidget *v)
+    {
+        v->activateWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), v);
+    }
 
 private slots:
     void init() { libro = std::make_unique<LibroDePrueba>(); }
@@ -64,9 +81,7 @@ private slots:
         QCOMPARE(w->FilasGrilla(), 1);
         QCOMPARE(w->lbTeclas->text(), kExaminar);
         QCOMPARE(QApplication::focusWidget(), w->cGRID);
-        Tecla(Qt::Key_Return);
-        Tecla(Qt::Key_Delete);
-        Tecla(Qt::Key_F11);
+        Teclas({Qt::Key_Return, Qt::Key_Delete, Qt::Key_F11});
         QCOMPARE(w->Estado(), 0);
         QVERIFY(!w->Frame1->isVisible());
         QVERIFY(M().mostrados.isEmpty());
@@ -84,13 +99,10 @@ private slots:
         QVERIFY(!w->cGRID->isEnabled());
         QCOMPARE(w->lbTeclas->text(), QStringLiteral("[F11] Agregar - [ESC] Cancelar"));
         QCOMPARE(QApplication::focusWidget(), w->txtCUIT);
-        for (const char *t : {"30-3", "Charly", "Calle 1", "555", "c@c.com"}) {
-            Escribir(QString::fromLatin1(t));
-            Tecla(Qt::Key_Return);
-        }
+        Teclas({"30-3", Qt::Key_Return, "Charly", Qt::Key_Return, "Calle 1", Qt::Key_Return, "555", Qt::Key_Return,
+                "c@c.com", Qt::Key_Return});
         QCOMPARE(QApplication::focusWidget(), w->txtContacto);
-        Escribir(QStringLiteral("Ana"));
-        Tecla(Qt::Key_F11);
+        Teclas({"Ana", Qt::Key_F11});
 
         QCOMPARE(M().mostrados.size(), 1);
         QCOMPARE(M().Ultimo(), kGuardado);
@@ -101,9 +113,7 @@ private slots:
         QCOMPARE(Grilla(), (QStringList{QStringLiteral("30-1|Beta"), QStringLiteral("30-3|Charly"),
                                         QStringLiteral("30-2|delta")}));
         QCOMPARE(QApplication::focusWidget(), w->cGRID);
-        QCOMPARE(w->lbTeclas->text(), kExaminar);
-        for (QLineEdit *t : w->Frame1->findChildren<QLineEdit *>())
-            QCOMPARE(t->text(), QString());
+        QCOMPARE(w->txtCUIT->text() + w->txtContacto->text(), QString());
     }
 
     void faltaCuitONombre_data()
@@ -119,11 +129,7 @@ private slots:
         QFETCH(QString, cuit);
         QFETCH(QString, nombre);
         Abrir();
-        Tecla(Qt::Key_Insert);
-        Escribir(cuit);
-        Tecla(Qt::Key_Return);
-        Escribir(nombre);
-        Tecla(Qt::Key_F11);
+        Teclas({Qt::Key_Insert, cuit, Qt::Key_Return, nombre, Qt::Key_F11});
         QCOMPARE(M().Ultimo(), QStringLiteral("Debe ingresar como mínimo CUIT y NOMBRE."));
         QCOMPARE(M().UltimoEstilo(), int(vb::vbInformation));
         QCOMPARE(libro->Contar(QStringLiteral("PRV")), 0L);
@@ -134,8 +140,7 @@ private slots:
     void modificarRecortaLosValores()
     {
         Abrir({QStringLiteral("30-1|Beta"), QStringLiteral("30-2|Delta")});
-        Tecla(Qt::Key_Up);
-        Tecla(Qt::Key_Return);
+        Teclas({Qt::Key_Up, Qt::Key_Return});
         QCOMPARE(w->Estado(), 2);
         QCOMPARE(w->lbTeclas->text(), QStringLiteral("[F11] Grabar - [ESC] Cancelar"));
         QStringList datos;
@@ -145,10 +150,7 @@ private slots:
         QVERIFY(!w->txtCUIT->isEnabled());
         // The name has the focus, its text selected: typing replaces it.
         QCOMPARE(QApplication::focusWidget(), w->txtNombre);
-        Escribir(QStringLiteral("  Epsilon  "));
-        Tecla(Qt::Key_Down);
-        Escribir(QStringLiteral(" Calle 2 "));
-        Tecla(Qt::Key_F11);
+        Teclas({"  Epsilon  ", Qt::Key_Down, " Calle 2 ", Qt::Key_F11});
 
         QCOMPARE(M().Ultimo(), kGuardado);
         QCOMPARE(Proveedores().first(), QStringLiteral("[30-1]|[Epsilon]|Calle 2|4444-5555|p@x.com|Juan|01/01/2020"));
@@ -160,33 +162,18 @@ private slots:
     void cuitConBlancos()
     {
         Abrir();
-        Tecla(Qt::Key_Insert);
-        Escribir(QStringLiteral("  30-5 "));
-        Tecla(Qt::Key_Return);
-        Escribir(QStringLiteral(" Beta "));
-        Tecla(Qt::Key_F11);
+        Teclas({Qt::Key_Insert, "  30-5 ", Qt::Key_Return, " Beta ", Qt::Key_F11});
         const QStringList insertado{QStringLiteral("[  30-5 ]|[ Beta ]|||||21/11/2026")};
         QCOMPARE(Proveedores(), insertado);
 
         Tecla(Qt::Key_Return);
         QCOMPARE(w->txtCUIT->text(), QStringLiteral("  30-5 "));
-        Escribir(QStringLiteral("Gamma"));
+        Teclas({"Gamma"});
         M().Limpiar();
         Tecla(Qt::Key_F11);
         QVERIFY(M().mostrados.isEmpty());
         QCOMPARE(w->Estado(), 2);
         QCOMPARE(Proveedores(), insertado);
-    }
-
-    void insertMientrasModificaConservaLosDatos()
-    {
-        Abrir({QStringLiteral("30-1|Beta")});
-        Tecla(Qt::Key_Return);
-        Tecla(Qt::Key_Insert);
-        QCOMPARE(w->Estado(), 1);
-        QCOMPARE(w->lbTeclas->text(), QStringLiteral("[F11] Agregar - [ESC] Cancelar"));
-        QCOMPARE(w->txtCUIT->text() + u'|' + w->txtNombre->text() + u'|' + w->txtContacto->text(),
-                 QStringLiteral("30-1|Beta|Juan"));
     }
 
     void eliminar()
@@ -234,15 +221,10 @@ private slots:
         Abrir({QStringLiteral("30-1|Beta")});
         const QStringList antes = Proveedores();
         Tecla(modificar ? Qt::Key_Return : Qt::Key_Insert);
-        if (!modificar) {
-            Escribir(QStringLiteral("30-9"));
-            Tecla(Qt::Key_Return);
-            Escribir(QStringLiteral("Nuevo"));
-        }
+        if (!modificar)
+            Teclas({"30-9", Qt::Key_Return, "Nuevo"});
         w->findChild<QLineEdit *>(campo)->setFocus();
-        Tecla(Qt::Key_End);
-        Escribir(QStringLiteral("O'Hara"));
-        Tecla(Qt::Key_F11);
+        Teclas({Qt::Key_End, "O'Hara", Qt::Key_F11});
 
         QCOMPARE(M().mostrados.size(), 1);
         QVERIFY(M().Ultimo().endsWith(QStringLiteral("Seccion [frmLSTPROV.lpGuardar]")));
@@ -251,26 +233,63 @@ private slots:
         QCOMPARE(Proveedores(), antes);
     }
 
-    // Esc discards the entries and goes back to browse; in browse it closes the window.
-    void escape()
+    // Insert while modifying keeps the supplier's data in the fields; Esc discards the entries
+    // and goes back to browse; in browse it closes the window.
+    void insertYEscape()
     {
         Abrir({QStringLiteral("30-1|Beta")});
-        Tecla(Qt::Key_Return);
+        Teclas({Qt::Key_Return, Qt::Key_Insert});
+        QCOMPARE(w->Estado(), 1);
+        QCOMPARE(w->lbTeclas->text(), QStringLiteral("[F11] Agregar - [ESC] Cancelar"));
+        QCOMPARE(w->txtCUIT->text() + u'|' + w->txtNombre->text() + u'|' + w->txtContacto->text(),
+                 QStringLiteral("30-1|Beta|Juan"));
+
         Tecla(Qt::Key_Escape);
         QCOMPARE(w->Estado(), 0);
-        QCOMPARE(w->txtNombre->text(), QString());
+        QCOMPARE(w->txtCUIT->text() + w->txtNombre->text(), QString());
         QVERIFY(w->txtCUIT->isEnabled());
         QCOMPARE(QApplication::focusWidget(), w->cGRID);
-
-        Tecla(Qt::Key_Insert);
-        Escribir(QStringLiteral("30-2"));
-        Tecla(Qt::Key_Escape);
-        QCOMPARE(w->txtCUIT->text(), QString());
         QVERIFY(w->isVisible());
         Tecla(Qt::Key_Escape);
         QVERIFY(!w->isVisible());
         QCOMPARE(libro->Contar(QStringLiteral("PRV")), 1L);
         QVERIFY(M().mostrados.isEmpty());
+    }
+
+    // F5 on the main window opens this window beside it, not modal; what it saves is what an
+    // invoice window opened afterwards offers.
+    void f5AbreLaVentanaNoModal()
+    {
+        libro->Empresa(QStringLiteral("20-9"), QStringLiteral("Empresa"));
+        libro->Periodo(QStringLiteral("20-9"), QStringLiteral("01/11/2026"));
+        libro->Proveedor(QStringLiteral("30-1"), QStringLiteral("Beta"));
+        frmMAIN principal(libro->S());
+        const auto abierta = [&principal]() -> frmLSTPROV * {
+            const auto todas = principal.findChildren<frmLSTPROV *>();
+            return todas.size() == 1 ? todas.first() : nullptr;
+        };
+        principal.show();
+        Activar(&principal);
+
+        QTest::keyClick(principal.Grd, Qt::Key_F5);
+        frmLSTPROV *prov = abierta();
+        QVERIFY(prov && prov->isVisible() && prov->isWindow());
+        QCOMPARE(prov->windowModality(), Qt::NonModal);
+        QTRY_COMPARE(QApplication::activeWindow(), prov);
+        Teclas({Qt::Key_Insert, QStringLiteral("30-2"), Qt::Key_Return, QStringLiteral("Alfa")});
+
+        // The main window stays usable; F5 again brings the same window forward, as it was.
+        Activar(&principal);
+        Teclas({Qt::Key_F5});
+        QCOMPARE(abierta(), prov);
+        QTRY_COMPARE(QApplication::activeWindow(), prov);
+        QCOMPARE(prov->txtNombre->text(), QStringLiteral("Alfa"));
+        Teclas({Qt::Key_F11, Qt::Key_Escape});
+        QTRY_VERIFY(!abierta());
+
+        frmADDConcepto factura(libro->S(), &principal);
+        QCOMPARE(factura.cboProv->itemText(0) + u'|' + factura.cboIdProv->itemText(0), QStringLiteral("Alfa|30-2"));
+        QCOMPARE(factura.cboProv->count(), 2);
     }
 };
 
