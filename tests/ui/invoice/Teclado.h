@@ -1,13 +1,15 @@
 #pragma once
-// Keyboard helpers for the invoice windows' tests: every key goes to the widget that has the
-// focus, as a person's typing would, and a main window that only counts what it is asked.
+// Keyboard helpers for the window tests: every key goes to the widget that has the focus, as a
+// person's typing would; and a main window that only counts what it is asked.
 
 #include "ui/common/Principal.h"
 
 #include <QApplication>
 #include <QLineEdit>
 #include <QTest>
+#include <QVariant>
 #include <QWidget>
+#include <initializer_list>
 
 // The main window as the invoice windows see it: counts the reloads it is asked for.
 class PrincipalContador : public Principal
@@ -31,6 +33,17 @@ inline void Tecla(int tecla, Qt::KeyboardModifiers mod = Qt::NoModifier)
 }
 
 inline void Teclear(const QString &texto) { QTest::keyClicks(Foco(), texto); }
+
+// Keys and typed texts, in order.
+inline void Teclas(std::initializer_list<QVariant> teclas)
+{
+    for (const QVariant &t : teclas) {
+        if (t.typeId() == QMetaType::QString)
+            Teclear(t.toString());
+        else
+            Tecla(t.toInt());
+    }
+}
 
 // Replaces the text of the field with the focus, as select-all and typing would.
 inline void Reescribir(const QString &texto)

@@ -23,19 +23,13 @@ private slots:
         AlAbrirse<frmADDConcepto>([this, &agregada](frmADDConcepto &w) {
             QCOMPARE(Foco(), w.cboProv);
             QCOMPARE(w.TxtFecha->text(), QStringLiteral("21/11/2026"));
-            Teclear(QStringLiteral("B")); // Beta
-            Tecla(Qt::Key_Return);
+            Teclas({"B", Qt::Key_Return}); // Beta
             QCOMPARE(Foco(), w.TxtFecha);
-            Teclear(QStringLiteral("15/11/2026"));
-            Tecla(Qt::Key_Return);
-            Tecla(Qt::Key_Down); // type "B"
-            Tecla(Qt::Key_Return);
+            Teclas({"15/11/2026", Qt::Key_Return, Qt::Key_Down, Qt::Key_Return}); // type "B"
             QCOMPARE(Foco(), w.TxtNumero);
-            Teclear(QStringLiteral("0001-00000099"));
-            Tecla(Qt::Key_Return);
+            Teclas({"0001-00000099", Qt::Key_Return});
             QCOMPARE(Foco(), w.TxtGrav);
-            Teclear(QStringLiteral("400"));
-            Tecla(Qt::Key_Return);
+            Teclas({"400", Qt::Key_Return});
             Reescribir(QStringLiteral("600"));
             Tecla(Qt::Key_Return);
             QCOMPARE(w.lbGravTotal->text(), QStringLiteral("1000,00"));
@@ -45,13 +39,16 @@ private slots:
             QVERIFY(TabHasta(w.cboGravadoIVA));
             Tecla(Qt::Key_End);
             QCOMPARE(w.cboGravadoIVA->currentText(), QStringLiteral("[Total Gravados]"));
-            Tecla(Qt::Key_Tab);
-            Teclear(QStringLiteral("21"));
-            Tecla(Qt::Key_Return);
+            Teclas({Qt::Key_Tab, "21", Qt::Key_Return});
             QCOMPARE(w.txtIVCDETVLR->text(), QStringLiteral("210,00"));
             QCOMPARE(w.txtIVCDETDSC->text(), QStringLiteral("Gravado 1000,00 IVA del 21"));
             QVERIFY(TabHasta(w.txtIVCDETVLR));
             Tecla(Qt::Key_Return);
+            // The gross-income calculator over the same base proposes without storing.
+            QVERIFY(TabHasta(w.cboGravadoIngBru));
+            Teclas({Qt::Key_End, Qt::Key_Tab, "3", Qt::Key_Return});
+            QCOMPARE(w.txtIVC_IngBValor->text() + u'|' + w.txtIVC_IngBDesc->text(),
+                     QStringLiteral("30,00|1000,00 Ing Brutos del 3"));
 
             // The first VAT line wrote the header, then the line.
             QCOMPARE(Filas(QStringLiteral("select PRVSNRCUIT,IVCFPERIOD,IVCFCOMPRO,IVCSTIPFAC,IVCSNROFAC,"
@@ -63,9 +60,8 @@ private slots:
             QVERIFY(!w.cboProv->isEnabled());
 
             QVERIFY(TabHasta(w.cmdGuardar));
-            Tecla(Qt::Key_Return);
+            Teclas({Qt::Key_Return, Qt::Key_Tab});
             QVERIFY(w.isVisible());
-            Tecla(Qt::Key_Tab);
             QCOMPARE(Foco(), w.cmdCerrar);
             Tecla(Qt::Key_Return); // saved: no question
             QVERIFY(!w.isVisible());

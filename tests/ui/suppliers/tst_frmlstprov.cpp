@@ -3,6 +3,7 @@
 
 #include "common/Libro.h"
 #include "common/MensajesGuion.h"
+#include "ui/invoice/Teclado.h"
 #include "ui/invoice/frmADDConcepto.h"
 #include "ui/main/GrillaFlex.h"
 #include "ui/main/frmMAIN.h"
@@ -37,7 +38,6 @@ class TstFrmLSTPROV : public QObject
         w->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(w.get()));
     }
-    static void Tecla(Qt::Key k) { QTest::keyClick(QApplication::focusWidget(), k); }
     QStringList Grilla() const
     {
         QStringList filas;
@@ -51,16 +51,6 @@ class TstFrmLSTPROV : public QObject
                                            "PRVSEMAIL, PRVSCONTAC, PRVFALTA from PRV order by PRVSNRCUIT"));
     }
     MensajesGuion &M() { return libro->Mensajes(); }
-    // Keys and typed texts on the widget that has the focus, in order, as the keyboard delivers them.
-    static void Teclas(std::initializer_list<QVariant> teclas)
-    {
-        for (const QVariant &t : teclas) {
-            if (t.typeId() == QMetaType::QString)
-                QTest::keyClicks(QApplication::focusWidget(), t.toString());
-            else
-                QTest::keyClick(QApplication::focusWidget(), Qt::Key(t.toInt()));
-        }
-    }
     static void Activar(QWidget *v)
     {
         v->activateWindow();
