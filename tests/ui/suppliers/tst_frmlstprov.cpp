@@ -85,16 +85,11 @@ private slots:
 
         Tecla(Qt::Key_Insert);
         QCOMPARE(w->Estado(), 1);
-        QVERIFY(w->Frame1->isVisible());
-        QVERIFY(!w->cGRID->isEnabled());
+        QVERIFY(w->Frame1->isVisible() && !w->cGRID->isEnabled());
         QCOMPARE(w->lbTeclas->text(), QStringLiteral("[F11] Agregar - [ESC] Cancelar"));
         QCOMPARE(QApplication::focusWidget(), w->txtCUIT);
         Teclas({"30-3", Qt::Key_Return, "Charly", Qt::Key_Return, "Calle 1", Qt::Key_Return, "555", Qt::Key_Return,
-                "c@c.com", Qt::Key_Return});
-        QCOMPARE(QApplication::focusWidget(), w->txtContacto);
-        Teclas({"Ana", Qt::Key_F11});
-
-        QCOMPARE(M().mostrados.size(), 1);
+                "c@c.com", Qt::Key_Return, "Ana", Qt::Key_F11});
         QCOMPARE(M().Ultimo(), kGuardado);
         QCOMPARE(M().UltimoEstilo(), int(vb::vbInformation));
         QCOMPARE(Proveedores().at(2), QStringLiteral("[30-3]|[Charly]|Calle 1|555|c@c.com|Ana|21/11/2026"));
@@ -133,10 +128,9 @@ private slots:
         Teclas({Qt::Key_Up, Qt::Key_Return});
         QCOMPARE(w->Estado(), 2);
         QCOMPARE(w->lbTeclas->text(), QStringLiteral("[F11] Grabar - [ESC] Cancelar"));
-        QStringList datos;
-        for (QLineEdit *t : {w->txtCUIT, w->txtNombre, w->txtDomicilio, w->txtTelefono, w->txtMail, w->txtContacto})
-            datos << t->text();
-        QCOMPARE(datos.join(u'|'), QStringLiteral("30-1|Beta|Av. Siempreviva 742|4444-5555|p@x.com|Juan"));
+        QCOMPARE((QStringList{w->txtCUIT->text(), w->txtNombre->text(), w->txtDomicilio->text(), w->txtTelefono->text(),
+                              w->txtMail->text(), w->txtContacto->text()}).join(u'|'),
+                 QStringLiteral("30-1|Beta|Av. Siempreviva 742|4444-5555|p@x.com|Juan"));
         QVERIFY(!w->txtCUIT->isEnabled());
         // The name has the focus, its text selected: typing replaces it.
         QCOMPARE(QApplication::focusWidget(), w->txtNombre);
