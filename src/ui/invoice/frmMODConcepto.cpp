@@ -109,7 +109,13 @@ void frmMODConcepto::Activar()
             cboIdProv->setCurrentIndex(0);
             cboProv->setCurrentIndex(0);
         }
-        const int t = cboTipo->findText(tipoApertura_, Qt::MatchFixedString);
+        // A type outside the list (books written by other programs have them) is shown as it
+        // is, so that saving the invoice does not change it behind the user's back.
+        int t = cboTipo->findText(tipoApertura_, Qt::MatchFixedString);
+        if (t < 0 && !tipoApertura_.isEmpty()) {
+            cboTipo->addItem(tipoApertura_);
+            t = cboTipo->count() - 1;
+        }
         if (t >= 0)
             cboTipo->setCurrentIndex(t);
     });

@@ -104,9 +104,10 @@ protected:
     }
     // The modify window on that invoice, filled from its list row as the main window fills it.
     std::unique_ptr<frmMODConcepto> Modificar(double gravado, double iva, double ingBrutos,
-                                              const QString &numero = kNumero)
+                                              const QString &numero = kNumero,
+                                              const QString &tipo = QStringLiteral("B"))
     {
-        const FilaFactura f{QStringLiteral("05/10/26"), QStringLiteral("B"), numero, kAcme, gravado, 5,
+        const FilaFactura f{QStringLiteral("05/10/26"), tipo, numero, kAcme, gravado, 5,
                             ingBrutos, gravado + 5 + iva + ingBrutos, iva};
         auto w = std::make_unique<frmMODConcepto>(libro->S(), &principal);
         w->Cargar(f);

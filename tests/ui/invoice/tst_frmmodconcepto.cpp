@@ -75,6 +75,20 @@ private slots:
         QCOMPARE(principal.recargas, 4);
     }
 
+    // A voucher type outside the list, as books written elsewhere carry, survives a save.
+    void tipoFueraDeLaLista()
+    {
+        Libro();
+        FacturaDeAcme(100, 21, 0, false);
+        libro->Ejecutar(QStringLiteral("update IVC set IVCSTIPFAC = 'X'"));
+        auto w = Modificar(100, 21, 0, kNumero, QStringLiteral("X"));
+        QCOMPARE(w->cboTipo->currentText(), QStringLiteral("X"));
+        Campo(w->TxtGrav, QStringLiteral("0"));
+        Tecla(Qt::Key_F11);
+        QVERIFY2(Msg().mostrados.isEmpty(), qPrintable(Msg().Ultimo()));
+        QCOMPARE(Filas(QStringLiteral("select IVCSTIPFAC, IVCFPERIOD from IVC")), QStringList{QStringLiteral("X|01/11/2026")});
+    }
+
     void numeroDuplicado()
     {
         auto w = Abrir(false);
