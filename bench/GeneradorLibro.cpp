@@ -21,8 +21,9 @@ namespace banco {
 
 namespace {
 
-// Raised in user_version of kestrel.mdb by the last step of a complete run.
-constexpr int kVersionCompleta = 20261;
+// Raised in user_version of kestrel.mdb by the last step of a complete run. A book of another
+// version (written by an older generator: other CUITs, other indexes) is written anew.
+constexpr int kVersionCompleta = 20262;
 
 constexpr int kEmpresas = 50;
 constexpr int kProveedores = 2000;
