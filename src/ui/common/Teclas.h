@@ -29,3 +29,10 @@ inline int CodigoTecla(const QKeyEvent *e)
         return 0;
     }
 }
+
+// What a window with key preview hands to its key-down handlers: the code of a key press,
+// 0 for any other event.
+inline int TeclaPulsada(const QEvent *ev)
+{
+    return ev->type() == QEvent::KeyPress ? CodigoTecla(static_cast<const QKeyEvent *>(ev)) : 0;
+}

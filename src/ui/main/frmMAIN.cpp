@@ -337,15 +337,10 @@ void frmMAIN::GuardarYSalir()
 
 bool frmMAIN::eventFilter(QObject *obj, QEvent *ev)
 {
-    if (ev->type() == QEvent::KeyPress) {
-        const int tecla = CodigoTecla(static_cast<QKeyEvent *>(ev));
-        if (tecla != 0) {
-            if (Form_KeyDown(tecla))
-                return true;
-            if (obj == Grd && Grd_KeyDown(tecla))
-                return true;
-        }
-    }
+    // The window's keys first, then the grid's own.
+    const int tecla = TeclaPulsada(ev);
+    if (tecla != 0 && (Form_KeyDown(tecla) || (obj == Grd && Grd_KeyDown(tecla))))
+        return true;
     return QWidget::eventFilter(obj, ev);
 }
 

@@ -237,14 +237,12 @@ bool frmOpciones::Form_KeyDown(int tecla)
 
 bool frmOpciones::eventFilter(QObject *obj, QEvent *ev)
 {
-    if (ev->type() == QEvent::KeyPress) {
-        const int tecla = CodigoTecla(static_cast<QKeyEvent *>(ev));
-        if (tecla != 0 && Form_KeyDown(tecla))
-            return true;
-        if (tecla == vb::vbKeyReturn && (obj == cboUSR || obj == cboMES || obj == VScroll1)) {
-            EnviarTab(static_cast<QWidget *>(obj));
-            return true;
-        }
+    const int tecla = TeclaPulsada(ev);
+    if (tecla != 0 && Form_KeyDown(tecla))
+        return true;
+    if (tecla == vb::vbKeyReturn && (obj == cboUSR || obj == cboMES || obj == VScroll1)) {
+        EnviarTab(static_cast<QWidget *>(obj));
+        return true;
     }
     return QDialog::eventFilter(obj, ev);
 }

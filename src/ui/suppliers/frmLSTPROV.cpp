@@ -347,15 +347,10 @@ bool frmLSTPROV::cGRID_KeyDown(int tecla)
 
 bool frmLSTPROV::eventFilter(QObject *obj, QEvent *ev)
 {
-    if (ev->type() == QEvent::KeyPress) {
-        const int tecla = CodigoTecla(static_cast<QKeyEvent *>(ev));
-        if (tecla != 0) {
-            if (Form_KeyDown(tecla))
-                return true;
-            if (obj == cGRID && cGRID_KeyDown(tecla))
-                return true;
-        }
-    }
+    // The window's keys first, then the grid's own.
+    const int tecla = TeclaPulsada(ev);
+    if (tecla != 0 && (Form_KeyDown(tecla) || (obj == cGRID && cGRID_KeyDown(tecla))))
+        return true;
     return QWidget::eventFilter(obj, ev);
 }
 
