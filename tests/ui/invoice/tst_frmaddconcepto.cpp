@@ -85,22 +85,16 @@ private slots:
         QCOMPARE(principal.recargas, 1); // "Guardar" reloads whatever the save did
     }
 
-    // What is not a number in "No Gravado" becomes 0 as it is typed; the total follows it.
-    void noGravadoSeTotaliza()
-    {
-        Libro();
-        auto w = Agregar();
-        Campo(w->TxtNoGrav, QStringLiteral("abc"));
-        QCOMPARE(w->TxtNoGrav->text(), QStringLiteral("0"));
-        Reescribir(QStringLiteral("15,5"));
-        QCOMPARE(w->lbTotalFactura->text(), QStringLiteral("15,50"));
-    }
-
+    // What is not a number in "No Gravado" becomes 0 as it is typed, and the total follows it;
+    // "Gravado" is checked by the saves that update only.
     void gravadoSoloSeExigeAlActualizar()
     {
         Libro();
         auto w = Agregar();
-        Encabezado(*w, QStringLiteral("0001-1"), QStringLiteral("0"));
+        Encabezado(*w, QStringLiteral("0001-1"), QStringLiteral("abc"));
+        QCOMPARE(w->TxtNoGrav->text(), QStringLiteral("0"));
+        Reescribir(QStringLiteral("15,5"));
+        QCOMPARE(w->lbTotalFactura->text(), QStringLiteral("15,50"));
         Campo(w->txtDescripcion, QStringLiteral("D'Angelo"));
         Campo(w->TxtGrav, QStringLiteral("x1"));
         Guardar(*w);
@@ -120,21 +114,25 @@ private slots:
         QCOMPARE(Msg().mostrados.size(), 1);
     }
 
+    // The duplicate check refuses the header, and the invoice on screen is posted all the same;
+    // the same number of another supplier is no duplicate.
     void duplicadoEnOtroPeriodo()
     {
         Libro();
         libro->Factura(kEmpresa, kAcme, QStringLiteral("01/10/2026"), QStringLiteral("05/10/2026"), QStringLiteral("A"),
                        QStringLiteral("0001-7"), 10, 0, 0, 0);
         auto w = Agregar();
-        Encabezado(*w, QStringLiteral("0001-7"), QStringLiteral("0"));
+        Tildar(*w);
+        Encabezado(*w, QStringLiteral("0001-7"), QStringLiteral("12,5"));
         Guardar(*w);
         QCOMPARE(Msg().Ultimo(), QStringLiteral("Este Numero de factura ya fue cargada [ 0001-7 ]\r\n"
                                                 "EL DIA 01/11/2026\r\n"
                                                 "FECHA DE FACTURA 05/10/2026\r\n"
                                                 "EL PERIODO 10/2026"));
         QCOMPARE(Msg().UltimoEstilo(), int(vb::vbExclamation));
+        QVERIFY(!w->Guardado());
         QCOMPARE(Contar(QStringLiteral("IVC")), 1L);
-        // The same number of another supplier is no duplicate.
+        QCOMPARE(Publicadas(), QStringList{QStringLiteral("20111111112>30700000011|21/11/2026|0001-7|Factura A|DEBE|12,5")});
         w->cboProv->setFocus();
         Tecla(Qt::Key_Down);
         Guardar(*w);
@@ -196,14 +194,10 @@ private slots:
         QCOMPARE(w->lbGravTotal->text(), QStringLiteral("200,00"));
         QVERIFY(w->TxtNumero->isReadOnly());
 
-        // The last amount gone: the number is free again; "[Total Gravados]" stays last.
+        // The last amount gone: the number is free again.
         w->lstGravado->setCurrentRow(0);
         Borrar(w->lstGravado, Msg());
         QVERIFY(!w->TxtNumero->isReadOnly());
-        QCOMPARE(w->lbGravTotal->text(), QStringLiteral("00,00"));
-        Gravado(*w, QStringLiteral("50"));
-        QCOMPARE(w->cboGravadoIngBru->itemText(0) + u'|' + w->cboGravadoIngBru->itemText(1),
-                 QStringLiteral("50,00|[Total Gravados]"));
     }
 
     void lineasIVA()
@@ -238,20 +232,14 @@ private slots:
         QCOMPARE(Filas(QStringLiteral("select IVARIN from IVC")), QStringList{QStringLiteral("37,5")});
 
         w->lstIVC_DetIVA->setCurrentItem(w->lstIVC_DetIVA->topLevelItem(1));
-        Borrar(w->lstIVC_DetIVA, Msg(), vb::vbNo);
-        QCOMPARE(Msg().Ultimo(), QStringLiteral("Confirma eliminar el concepto seleccinado?"));
-        QCOMPARE(Msg().UltimoEstilo(), int(vb::vbYesNo + vb::vbQuestion));
-        QCOMPARE(w->lstIVC_DetIVA->topLevelItemCount(), 2);
         Borrar(w->lstIVC_DetIVA, Msg());
+        QCOMPARE(Msg().Ultimo(), QStringLiteral("Confirma eliminar el concepto seleccinado?"));
         QCOMPARE(w->lbTotalFactura->text(), QStringLiteral("10,50"));
         Borrar(w->lstIVC_DetIVA, Msg());
         // The last line gone: the supplier is free again; this window leaves IVARIN as it was.
         QVERIFY(w->cboProv->isEnabled());
-        QCOMPARE(w->lbIVATotal->text(), QStringLiteral("00,00"));
-        QCOMPARE(Filas(QStringLiteral("select IVARIN from IVC")), QStringList{QStringLiteral("10,5")});
-        const auto vistos = Msg().mostrados.size();
-        Borrar(w->lstIVC_DetIVA, Msg());
-        QCOMPARE(Msg().mostrados.size(), vistos); // an empty list asks nothing
+        QCOMPARE(w->lbIVATotal->text() + Filas(QStringLiteral("select IVARIN from IVC")).join(u'/'),
+                 QStringLiteral("00,0010,5"));
         QCOMPARE(Contar(QStringLiteral("IVC_DetIVA")), 1L);
     }
 
@@ -308,7 +296,6 @@ private slots:
     {
         Libro();
         auto w = Agregar();
-        QCOMPARE(w->Chk_EnviarASeguimiento->text().remove(u'&'), QStringLiteral("Registrar en Seguimiento Proveedores"));
         Factura(*w);
         Guardar(*w);
         QVERIFY(Publicadas().isEmpty()); // the box starts unticked
@@ -327,22 +314,6 @@ private slots:
         Guardar(*w);
         QCOMPARE(Publicadas().size(), 2);
         QVERIFY2(Msg().mostrados.isEmpty(), qPrintable(Msg().Ultimo()));
-    }
-
-    // The duplicate check refuses the header; the invoice on screen is posted all the same.
-    void guardadoRechazadoPublicaIgual()
-    {
-        Libro();
-        libro->Factura(kEmpresa, kAcme, QStringLiteral("01/10/2026"), QStringLiteral("05/10/2026"), QStringLiteral("A"),
-                       QStringLiteral("0001-7"), 10, 0, 0, 0);
-        auto w = Agregar();
-        Tildar(*w);
-        Campo(w->TxtNumero, QStringLiteral("0001-7"));
-        Campo(w->TxtNoGrav, QStringLiteral("12,5"));
-        Guardar(*w);
-        QVERIFY(Msg().Ultimo().startsWith(QStringLiteral("Este Numero de factura ya fue cargada [ 0001-7 ]")));
-        QVERIFY(!w->Guardado());
-        QCOMPARE(Publicadas(), QStringList{QStringLiteral("20111111112>30700000011|21/11/2026|0001-7|Factura A|DEBE|12,5")});
     }
 
     // The tracking book cannot be reached: the error is reported, the invoice stays saved and

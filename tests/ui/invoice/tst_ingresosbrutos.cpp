@@ -116,7 +116,6 @@ private slots:
         w->lstIVC_detIngBru->setFocus();
         Tecla(Qt::Key_End);
         Borrar(w->lstIVC_detIngBru, Msg());
-        QCOMPARE(Msg().Ultimo(), QStringLiteral("Confirma eliminar el concepto seleccinado?"));
         QCOMPARE(Filas(kLineasIB), QStringList{QStringLiteral("1|3|Perc. A|30|0001-1")});
         QCOMPARE(Cabecera(QStringLiteral("IVARIN,IVCINGBRU")), QStringLiteral("21|30"));
         QCOMPARE(w->lbTotalFactura->text(), QStringLiteral("51,00"));
@@ -130,8 +129,8 @@ private slots:
         QVERIFY(!w->cboProv->isEnabled());
     }
 
-    // On the modify window the lines are listed on opening (rewriting the header's total), a
-    // line by its amount goes over the picked taxed amount, and the last line deleted writes 0.
+    // On the modify window the lines are listed on opening (rewriting the header's total), and
+    // the last line deleted writes 0, leaving the focus on the list.
     void lineasEnLaVentanaDeModificacion()
     {
         Libro();
@@ -146,18 +145,8 @@ private slots:
         QVERIFY(!w->cboProv->isEnabled());
 
         Campo(w->TxtGrav, QStringLiteral("0"));
-        Base(*w, QStringLiteral("primero"));
-        LineaIB(*w, QString(), QString(), QStringLiteral("15"));
-        QVERIFY2(Msg().mostrados.isEmpty(), qPrintable(Msg().Ultimo()));
-        QCOMPARE(Filas(kLineasIB), (QStringList{QStringLiteral("4|3|Perc. IIBB|30|0001-5"),
-                                                QStringLiteral("5|1,5|Ingresos Brutos|15|0001-5")}));
-        QCOMPARE(Cabecera(QStringLiteral("IVCFPERIOD,IVCINGBRU")), QStringLiteral("01/11/2026|45"));
-        QCOMPARE(w->lbTotalFactura->text(), QStringLiteral("1050,00"));
-
-        for (int i = 0; i < 2; ++i) {
-            Borrar(w->lstIVC_detIngBru, Msg());
-            QCOMPARE(Foco(), w->lstIVC_detIngBru);
-        }
+        Borrar(w->lstIVC_detIngBru, Msg());
+        QCOMPARE(Foco(), w->lstIVC_detIngBru);
         QCOMPARE(Cabecera(QStringLiteral("IVCINGBRU")), QStringLiteral("0"));
         QCOMPARE(w->lbTotalFactura->text(), QStringLiteral("1005,00"));
         QVERIFY(w->cboProv->isEnabled());
