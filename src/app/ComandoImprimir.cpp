@@ -15,6 +15,9 @@ namespace {
 
 void Error(const QString &texto) { std::fprintf(stderr, "%s\n", texto.toLocal8Bit().constData()); }
 
+// The largest font size the command takes: beyond it one ledger line is meters wide.
+constexpr int kFuenteMaxima = 72;
+
 // A numeric text as a 16-bit integer, rounded as the old platform's CInt did (halves to even);
 // nullopt when it does not fit.
 std::optional<qint16> Entero16(double n)
@@ -56,6 +59,19 @@ int ComandoImprimir(const QStringList &args)
     const auto lineas = Entero16(*lineasLeidas);
     if (!lineas) {
         Error(QStringLiteral("Desbordamiento"));
+        return 2;
+    }
+    // Values the main window would take but that give no ledger at all: no page for no line,
+    // no text for no size.
+    if (*lineas < 1) {
+        Error(QStringLiteral("El campo LINEAS x HOJA debe ser de 1 o más líneas: '%1' no da ninguna hoja.")
+                  .arg(textoLineas));
+        return 2;
+    }
+    if (!(*fuente >= 1 && *fuente <= kFuenteMaxima)) {
+        Error(QStringLiteral("El campo FUENTE debe estar entre 1 y %1 puntos: '%2'.")
+                  .arg(kFuenteMaxima)
+                  .arg(textoFuente));
         return 2;
     }
 

@@ -52,7 +52,10 @@ bool PrepararSesion(Sesion &s, const QStringList &args)
         s.Conectar();
         oDB::Recordset rs;
         if (!s.dbPersonal->CrearRs(rs, QStringLiteral("select * from USR where USRSNRCUIT = ") + oDB::Q(cuit))) {
-            Error(QStringLiteral("No se encuentra la información de este usuario."));
+            const QString error = s.dbPersonal->UltimoError();
+            Error(error.isEmpty() ? QStringLiteral("No se encuentra la información de este usuario.")
+                                  : QStringLiteral("No se puede leer el archivo '%1': %2")
+                                        .arg(s.dbPersonal->Archivo(), error));
             return false;
         }
         s.CuitUsuario = cuit;
@@ -80,6 +83,10 @@ int ComandoCrearBases(const QStringList &args)
         return 2;
     }
     try {
+        // A folder that is not there yet is created, as the demo command does; books already
+        // there are never overwritten.
+        if (!QDir().mkpath(args[0]))
+            throw oDB::ErrorBD{QStringLiteral("No se puede crear la carpeta '%1'.").arg(args[0])};
         esquema::CrearBases(args[0]);
     } catch (const oDB::ErrorBD &e) {
         Error(e.descripcion);

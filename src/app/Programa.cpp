@@ -15,8 +15,10 @@
 
 int EjecutarPrograma(int &argc, char **argv, const QString &dirAjustes)
 {
-    if (!HayPantalla(QProcessEnvironment::systemEnvironment())) {
-        std::fprintf(stderr, "%s\n", MensajeSinPantalla().toLocal8Bit().constData());
+    const QProcessEnvironment entorno = QProcessEnvironment::systemEnvironment();
+    const QString sinPantalla = !HayPantalla(entorno) ? MensajeSinPantalla() : PantallaInalcanzable(entorno);
+    if (!sinPantalla.isEmpty()) {
+        std::fprintf(stderr, "%s\n", sinPantalla.toLocal8Bit().constData());
         return 1;
     }
     QApplication app(argc, argv);

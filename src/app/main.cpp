@@ -2,8 +2,32 @@
 #include "app/Programa.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <cerrno>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <QStringList>
 #include <cstdio>
+
+namespace {
+
+// Commands without windows run where no graphical session ever started, often without a
+// runtime folder: the one Qt would fall back to (with a warning on every run) is made here,
+// private to the user, so the commands print only what they have to say.
+void CarpetaDeEjecucion()
+{
+    if (!qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+        return;
+    const QByteArray carpeta = QDir::tempPath().toLocal8Bit() + "/runtime-" + QByteArray::number(::getuid());
+    struct stat info;
+    if (::mkdir(carpeta.constData(), 0700) != 0 && errno != EEXIST)
+        return;
+    if (::stat(carpeta.constData(), &info) == 0 && S_ISDIR(info.st_mode) && info.st_uid == ::getuid() &&
+        (info.st_mode & 0777) == 0700)
+        qputenv("XDG_RUNTIME_DIR", carpeta);
+}
+
+} // namespace
 
 int main(int argc, char **argv)
 {
@@ -11,6 +35,8 @@ int main(int argc, char **argv)
     for (int i = 1; i < argc; ++i)
         args << QString::fromLocal8Bit(argv[i]);
     const QString comando = args.value(0);
+    if (!comando.isEmpty() && comando != QLatin1String("--ajustes"))
+        CarpetaDeEjecucion();
     if (comando == QLatin1String("demo")) {
         QCoreApplication app(argc, argv);
         return ComandoDemo(args.mid(1));

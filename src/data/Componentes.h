@@ -7,7 +7,6 @@
 #include <QVariant>
 #include <memory>
 
-class QSaveFile;
 
 namespace cFORMAT {
 class MAIN
@@ -37,24 +36,45 @@ class clINI
 } // namespace oUTL
 
 namespace oFILES {
-// Writes one text file in Latin-1. The text goes to a temporary file beside the target that
-// replaces it only when Cerrar_Archivo succeeds, so a failure never leaves half a file.
+// Writes text files in Latin-1. The text goes to a temporary file beside the target, synced
+// to the disk, that replaces the target only when Cerrar_Archivo succeeds, so a failure never
+// leaves half a file. A component that keeps its files together (setJuntos) only writes them
+// at Cerrar_Archivo and puts all of them in place at PonerEnLugar: every target is then new,
+// or every one is as it was (a failure leaves the earlier files untouched and creates none).
 class clManejo
 {
 public:
     clManejo();
     ~clManejo();
+    clManejo(const clManejo &) = delete;
+    clManejo &operator=(const clManejo &) = delete;
+
     void setUbicacion_Archivo(const QString &ruta) { ruta_ = ruta; }
     QString Ubicacion_Archivo() const { return ruta_; }
+    void setJuntos(bool juntos) { juntos_ = juntos; }
     // Creates the file (replacing an existing one when closed). Throws oDB::ErrorBD on failure.
     void Crear_Archivo();
     // Writes the text as it is (no line end is added).
     void Escribir(const QString &texto);
-    // Puts the file in place. Throws oDB::ErrorBD when it cannot be written.
+    // Puts the file in place (or, kept together, leaves it ready). Throws oDB::ErrorBD when it
+    // cannot be written.
     void Cerrar_Archivo();
+    // Puts every file left ready in place, all or none. Throws oDB::ErrorBD on failure.
+    void PonerEnLugar();
 
 private:
+    struct Listo {
+        QString destino;
+        QString temporal;
+    };
+    void Descartar();
     QString ruta_;
-    std::unique_ptr<QSaveFile> archivo_;
+    QString temporal_;
+    int fd_ = -1;
+    bool juntos_ = false;
+    QList<Listo> listos_;
 };
+
+// The reason of a failed file operation (an errno value), in the program's words.
+QString DescripcionError(int error);
 } // namespace oFILES

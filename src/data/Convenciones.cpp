@@ -3,6 +3,8 @@
 #include <QLocale>
 #include <QRegularExpression>
 #include <QVarLengthArray>
+#include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -179,16 +181,49 @@ double Potencia10(int e)
 double Redondear(double n, int decimales)
 {
     // Round the value as it reads in decimal: 2.675 is held as 2.67499999..., but a person
-    // reading "2,675" expects "2,68". A nudge of a few units in the last binary place, below the
-    // 15 significant digits the program keeps, brings such halves back to their decimal reading
-    // and leaves every digit a person can see alone. From 2^52 on a double holds no fraction
-    // and needs none.
-    const double f = Potencia10(decimales);
-    const double v = n * f;
-    const double a = std::fabs(v);
-    const double r = std::round(a < 4503599627370496.0 ? v + std::copysign(a * 1e-15, v) : v);
-    const double out = r / f;
-    return out == 0 ? 0.0 : out;
+    // reading "2,675" expects "2,68". The reading is the shortest decimal text that gives the
+    // same double back, so its digits are exactly those a person typed or saw; that text is
+    // rounded half away from zero, and the result is the double nearest the rounded text. At
+    // every magnitude a value lands on its own cent, and a value already rounded stays put.
+    if (!std::isfinite(n) || decimales < 0 || decimales > 15)
+        return n;
+    char buf[512];
+    const auto [fin, ec] = std::to_chars(buf, buf + sizeof buf, std::fabs(n), std::chars_format::fixed);
+    if (ec != std::errc())
+        return n;
+    const char *punto = std::find(buf, fin, '.');
+    if (punto == fin || fin - punto - 1 <= decimales)
+        return n == 0 ? 0.0 : n;
+    // The digits kept, without the point, and the one that decides.
+    char cifras[560];
+    int len = 0;
+    for (const char *c = buf; c < punto; ++c)
+        cifras[len++] = *c;
+    for (int i = 1; i <= decimales; ++i)
+        cifras[len++] = punto[i];
+    if (punto[decimales + 1] >= '5') {
+        int i = len - 1;
+        while (i >= 0 && cifras[i] == '9')
+            cifras[i--] = '0';
+        if (i >= 0) {
+            ++cifras[i];
+        } else {
+            std::memmove(cifras + 1, cifras, size_t(len));
+            cifras[0] = '1';
+            ++len;
+        }
+    }
+    // Back to a decimal text, point in place, and to the nearest double.
+    char texto[570];
+    const int enteros = len - decimales;
+    std::memcpy(texto, cifras, size_t(enteros));
+    texto[enteros] = '.';
+    std::memcpy(texto + enteros + 1, cifras + enteros, size_t(decimales));
+    double r = 0;
+    std::from_chars(texto, texto + len + 1, r);
+    if (r == 0)
+        return 0.0;
+    return n < 0 ? -r : r;
 }
 
 namespace {
@@ -345,12 +380,14 @@ QString Format(const QVariant &v, const QString &patron)
     if (EsPatronFecha(patron)) {
         if (v.typeId() == QMetaType::QDate)
             return FormatoFecha(v.toDate(), patron);
-        if (v.typeId() != QMetaType::QString && EsNumerico(v))
-            return FormatoFecha(SerialAFecha(v.toDouble()), patron);
+        if (v.typeId() != QMetaType::QString && EsNumerico(v)) {
+            const QDate d = SerialAFecha(v.toDouble());
+            return d.isValid() ? FormatoFecha(d, patron) : Texto(v);
+        }
         const QString t = v.toString();
         if (auto d = TextoAFecha(t))
             return FormatoFecha(*d, patron);
-        if (auto n = ANumero(t))
+        if (auto n = ANumero(t); n && SerialAFecha(*n).isValid())
             return FormatoFecha(SerialAFecha(*n), patron);
         return t;
     }
@@ -359,11 +396,14 @@ QString Format(const QVariant &v, const QString &patron)
 
 namespace {
 
+// A year written with one or two digits lands in the hundred years from today - 79 to
+// today + 20, a window that slides with today: "30" is 2030 from 2010 on, and 1930 before.
 int AnioCompleto(int y, int digitos)
 {
-    if (digitos <= 2)
-        return y < 30 ? 2000 + y : 1900 + y;
-    return y;
+    if (digitos > 2)
+        return y;
+    const int desde = Hoy().year() - 79;
+    return desde + ((y - desde) % 100 + 100) % 100;
 }
 
 } // namespace
@@ -435,7 +475,14 @@ QString FechaLarga(const QDate &d)
 
 double FechaASerial(const QDate &d) { return double(kEpoca.daysTo(d)); }
 
-QDate SerialAFecha(double serial) { return kEpoca.addDays(qint64(std::floor(serial))); }
+QDate SerialAFecha(double serial)
+{
+    // The serials of 1 January 100 and 31 December 9999, the dates the old platform knew;
+    // anything beyond (or not a number) is no date at all.
+    if (!(serial >= -657434.0 && serial < 2958466.0))
+        return QDate();
+    return kEpoca.addDays(qint64(std::floor(serial)));
+}
 
 std::optional<QDate> ADate(const QVariant &v)
 {
@@ -486,5 +533,7 @@ QByteArray ALatin1(const QString &s)
         out.append(c < 256 ? char(c) : '?');
     return out;
 }
+
+QString EnLatin1(const QString &s) { return QString::fromLatin1(ALatin1(s)); }
 
 } // namespace conv

@@ -39,7 +39,7 @@ double Val(const QString &s);
 QString NumeroATexto(double n);
 
 // Rounds to the given decimals, halves away from zero, on the decimal value shown
-// (so 2.675 shows as 2,68 as a person would expect, not 2,67).
+// (so 2.675 shows as 2,68 as a person would expect, not 2,67), at every magnitude.
 double Redondear(double n, int decimales);
 
 // Format with a pattern, as the old platform's Format did for the patterns the program uses:
@@ -51,8 +51,8 @@ double Redondear(double n, int decimales);
 QString Format(const QVariant &v, const QString &patron);
 
 // Dates.
-// Lenient text to date: day before month, separators "/", "-" or "."; two-digit years 00-29
-// are 20xx and 30-99 are 19xx; when the month is over 12 and the day is not, day and month
+// Lenient text to date: day before month, separators "/", "-" or "."; a two-digit year lands
+// between today - 79 years and today + 20 years; when the month is over 12 and the day is not, day and month
 // swap ("1-13-2005" is 13 January 2005). Also reads ISO "yyyy-mm-dd".
 std::optional<QDate> TextoAFecha(const QString &s);
 bool EsFecha(const QString &s);
@@ -61,7 +61,8 @@ bool EsFecha(const QVariant &v);
 QString FechaCorta(const QDate &d);
 // The long date text, as the Argentine locale writes it ("sábado, 21 de noviembre de 2026").
 QString FechaLarga(const QDate &d);
-// Serial number of a date (days since 30 December 1899) and back.
+// Serial number of a date (days since 30 December 1899) and back; a serial outside the years
+// 100 to 9999 gives an invalid date.
 double FechaASerial(const QDate &d);
 QDate SerialAFecha(double serial);
 // A date value or a date text as a date; nullopt when it is neither.
@@ -76,6 +77,10 @@ QString Texto(const QVariant &v);
 
 // Latin-1 bytes of a text: each character outside Latin-1 becomes "?".
 QByteArray ALatin1(const QString &s);
+// The same text as it will be written: one "?" for each character outside Latin-1, so that its
+// length is its length in bytes in the file (a character beyond the basic plane is two UTF-16
+// units but one byte).
+QString EnLatin1(const QString &s);
 
 // The error the platform raises when a value cannot be converted.
 struct ErrorConversion {

@@ -71,7 +71,10 @@ void fDateValue(sqlite3_context *ctx, int, sqlite3_value **a)
                                          "criterios: '%1' no es una fecha.")
                               .arg(v.toString()));
     }
-    ResultadoFecha(ctx, conv::SerialAFecha(v.toDouble()));
+    const QDate d = conv::SerialAFecha(v.toDouble());
+    if (!d.isValid())
+        return Error(ctx, QStringLiteral("Desbordamiento: %1 no es una fecha.").arg(conv::Texto(v)));
+    ResultadoFecha(ctx, d);
 }
 
 // format(value, pattern)

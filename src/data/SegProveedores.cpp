@@ -84,17 +84,24 @@ void clMAinSP::SP_IMPUTACIONESDESDEFACTURACION(const QString &cuitEmpresa, const
 QList<Imputacion> clMAinSP::Imputaciones(const QString &proveedor)
 {
     QList<Imputacion> out;
+    if (!QFileInfo(ruta_).isFile())
+        throw oDB::ErrorBD{QStringLiteral("No se encuentra la base de seguimiento de proveedores "
+                                          "'%1'.").arg(ruta_), 3044};
     oDB::clManejo db;
     db.setCadenaConexion(QStringLiteral("Data Source=") + ruta_);
     db.Conectar();
+    db.ExigirTablas({QStringLiteral("IMPUTACIONES")});
     QString sql = QStringLiteral("select USRSNRCUIT, PRVSNRCUIT, FECHA, NUMERO, DESCRIPCION, LADO, IMPORTE,"
                                  " REGISTRADO from IMPUTACIONES where USRSNRCUIT = ") + oDB::Q(cuit_);
     if (!proveedor.isEmpty())
         sql += QStringLiteral(" and PRVSNRCUIT = ") + oDB::Q(proveedor);
     sql += QStringLiteral(" order by ID");
     oDB::Recordset rs;
-    if (!db.CrearRs(rs, sql))
+    if (!db.CrearRs(rs, sql)) {
+        if (!db.UltimoError().isEmpty())
+            throw oDB::ErrorBD{QStringLiteral("No se puede leer el archivo '%1': %2").arg(ruta_, db.UltimoError())};
         return out;
+    }
     for (; !rs.Eof(); rs.MoveNext())
         out.append({rs(QStringLiteral("USRSNRCUIT")).toString(), rs(QStringLiteral("PRVSNRCUIT")).toString(),
                     rs(QStringLiteral("FECHA")).toDate(), rs(QStringLiteral("NUMERO")).toString(),

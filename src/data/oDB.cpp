@@ -166,13 +166,69 @@ sqlite3 *clManejo::Abrir(const QString &archivo, bool crear)
                       -2147467259};
     }
     sqlite3_extended_result_codes(db, 1);
-    // Every action commits at once and survives a power cut; a second program on the same
-    // file waits for its turn instead of failing.
+    // A second program on the same file waits for its turn instead of failing.
     sqlite3_busy_timeout(db, 10000);
-    sqlite3_exec(db, "PRAGMA synchronous=FULL", nullptr, nullptr, nullptr);
+    // A file that is not a book (another program's file, random bytes, a damaged book) is
+    // reported as that file at once, not later as a missing company or table.
+    if (!crear) {
+        const int leido = sqlite3_exec(db, "select count(*) from sqlite_master", nullptr, nullptr, nullptr);
+        if (leido != SQLITE_OK) {
+            const QString motivo = MotivoIlegible(leido, QString::fromUtf8(sqlite3_errmsg(db)));
+            sqlite3_close_v2(db);
+            throw ErrorBD{QStringLiteral("No se puede leer el archivo '%1' como libro de IVA Compras: %2.")
+                              .arg(archivo, motivo),
+                          -2147467259};
+        }
+    }
+    // Every action commits at once and survives a power cut. With the rollback journal, FULL
+    // syncs the book and the journal but not the folder after the journal is deleted: a power
+    // cut right then could bring the journal back and roll the acknowledged save back on the
+    // next open. EXTRA syncs the folder too.
+    sqlite3_exec(db, "PRAGMA synchronous=EXTRA", nullptr, nullptr, nullptr);
     sqlite3_exec(db, "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr);
     RegistrarFunciones(db);
     return db;
+}
+
+QString MotivoIlegible(int codigo, const QString &mensaje)
+{
+    switch (codigo & 0xff) {
+    case SQLITE_NOTADB:
+        return QStringLiteral("no es una base de datos de este programa");
+    case SQLITE_CORRUPT:
+        return QStringLiteral("el archivo está dañado");
+    case SQLITE_IOERR:
+        return QStringLiteral("error de lectura en el disco");
+    case SQLITE_PERM:
+    case SQLITE_AUTH:
+    case SQLITE_READONLY:
+        return QStringLiteral("no tiene permiso para leerlo");
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return QStringLiteral("otro programa lo tiene bloqueado");
+    case SQLITE_CANTOPEN:
+        return QStringLiteral("no se puede abrir");
+    default:
+        return mensaje;
+    }
+}
+
+void clManejo::ExigirTablas(const QStringList &tablas)
+{
+    for (const QString &tabla : tablas) {
+        sqlite3_stmt *st = nullptr;
+        sqlite3_prepare_v2(db_, "select 1 from sqlite_master where type = 'table' and name = ? collate nocase",
+                           -1, &st, nullptr);
+        const QByteArray nombre = tabla.toUtf8();
+        sqlite3_bind_text(st, 1, nombre.constData(), int(nombre.size()), SQLITE_TRANSIENT);
+        const bool esta = sqlite3_step(st) == SQLITE_ROW;
+        sqlite3_finalize(st);
+        if (!esta)
+            throw ErrorBD{QStringLiteral("El archivo '%1' no es un libro de IVA Compras completo: le falta "
+                                         "la tabla %2.")
+                              .arg(archivo_, tabla),
+                          -2147217865};
+    }
 }
 
 bool clManejo::Conectar()
@@ -343,6 +399,18 @@ long clManejo::Ejecutar()
     }
     if (rc != SQLITE_DONE) {
         ultimoError_ = QString::fromUtf8(sqlite3_errmsg(db_));
+        const int codigo = sqlite3_extended_errcode(db_);
+        if (codigo == SQLITE_CONSTRAINT_UNIQUE || codigo == SQLITE_CONSTRAINT_PRIMARYKEY) {
+            // A second row with the key of another: said in the words of the row it repeats.
+            const QString clave = ultimoError_.section(u':', 1).trimmed();
+            if (clave.compare(QLatin1String("PRV.PRVSNRCUIT"), Qt::CaseInsensitive) == 0)
+                ultimoError_ = QStringLiteral("Ya existe un proveedor con ese CUIT. No se guardó.");
+            else if (clave.compare(QLatin1String("USR.USRSNRCUIT"), Qt::CaseInsensitive) == 0)
+                ultimoError_ = QStringLiteral("Ya existe una empresa con ese CUIT. No se guardó.");
+            else
+                ultimoError_ = QStringLiteral("Ya existe un registro con el mismo valor de %1. No se guardó.").arg(clave);
+            throw ErrorBD{ultimoError_, 3022};
+        }
         throw ErrorBD{ultimoError_, -2147217900};
     }
     return sqlite3_changes(db_);

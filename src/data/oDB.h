@@ -98,8 +98,13 @@ public:
     // The bare connection, for tools that create the files or measure the engine.
     sqlite3 *Handle() const { return db_; }
 
+    // The tables a file must have to be read as a book; throws ErrorBD naming the file and the
+    // first missing table.
+    void ExigirTablas(const QStringList &tablas);
+
     static QString ArchivoDeCadena(const QString &cadena);
-    // Opens a SQLite file with the engine's settings and functions; creates it when crear.
+    // Opens a SQLite file with the engine's settings and functions; creates it when crear. An
+    // existing file that cannot be read as a book is an error naming it.
     static sqlite3 *Abrir(const QString &archivo, bool crear);
 
 private:
@@ -111,6 +116,10 @@ private:
     QString ultimoError_;
     sqlite3 *db_ = nullptr;
 };
+
+// Why the engine could not read a file, in the program's words (an engine result code and
+// its own message).
+QString MotivoIlegible(int codigo, const QString &mensaje);
 
 // Registers the SQL functions that the statements use (datevalue, format, val, cdbl, right...).
 void RegistrarFunciones(sqlite3 *db);

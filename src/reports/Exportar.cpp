@@ -227,7 +227,10 @@ bool GenerarReporte(Sesion &s, QString &SepCol, QWidget *propietario)
     };
     try {
         linea = 1;
+        // The spreadsheet and the two files of the authority are one set: all three are
+        // written first and put in place together, so the set is all new or all as it was.
         oFILES::clManejo archivo;
+        archivo.setJuntos(true);
 
         linea = 2;
         QString ruta = DialogoGuardarReporte(s, propietario);
@@ -340,6 +343,7 @@ bool GenerarReporte(Sesion &s, QString &SepCol, QWidget *propietario)
         linea = 63;
         EscribirArchivo(archivo, RutaArchivoAFIP(ruta, QStringLiteral(" COMPRAS ALICUOTAS.txt")),
                         alicuotas);
+        archivo.PonerEnLugar();
 
         linea = 7;
         Mensaje(s, QStringLiteral("Archivos Generados"), vb::vbOKOnly);

@@ -187,8 +187,9 @@ QString ComponerLibro(Sesion &s)
         Consultar(*s.dbLibro, r, SqlResumenTasa(tasa, s.CuitUsuario, s.PeriodoDesde));
         if (!r.Eof()) {
             const QString rotulo = QString(tasa).replace(u'.', u',') + QStringLiteral("% ");
-            texto += QStringLiteral("NETO GRAVADO ") + rotulo + F(r(QStringLiteral("grav"))) + kCRLF;
-            texto += QStringLiteral("IVA ") + rotulo + F(r(QStringLiteral("iva"))) + kCRLF;
+            // A rate whose lines all hold no amount sums to null: 00,00, as the spreadsheet.
+            texto += QStringLiteral("NETO GRAVADO ") + rotulo + F(fmt.EsNumero(r(QStringLiteral("grav")))) + kCRLF;
+            texto += QStringLiteral("IVA ") + rotulo + F(fmt.EsNumero(r(QStringLiteral("iva")))) + kCRLF;
         }
         r.Close();
     }

@@ -123,8 +123,13 @@ QString CantidadAlicuotasYOperacion(const QString &tipo, double noGravado, doubl
     return QStringLiteral("0n");
 }
 
-RegistrosFactura ArmarRegistros(const FacturaExportada &f, EstadoRegistros &estado)
+RegistrosFactura ArmarRegistros(const FacturaExportada &factura, EstadoRegistros &estado)
 {
+    // Widths are counted in the bytes the file will hold: texts are cut and padded as they
+    // will be written.
+    FacturaExportada f = factura;
+    for (QString *texto : {&f.fecha, &f.numero, &f.cuit, &f.nombre})
+        *texto = conv::EnLatin1(*texto);
     RegistrosFactura r;
     QString &c = r.comprobante;
     QString &a = r.alicuota;

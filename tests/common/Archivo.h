@@ -14,3 +14,10 @@ inline QByteArray Leer(const QString &ruta)
         return QByteArray("<no file>");
     return f.readAll();
 }
+
+inline void EscribirArchivo(const QString &ruta, const QByteArray &bytes)
+{
+    QFile f(ruta);
+    if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size())
+        qFatal("cannot write %s", qPrintable(ruta));
+}

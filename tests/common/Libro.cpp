@@ -34,7 +34,7 @@ LibroDePrueba::LibroDePrueba()
     sesion_->Conectar();
 }
 
-LibroDePrueba::~LibroDePrueba() { conv::FijarHoy(QDate()); }
+LibroDePrueba::~LibroDePrueba() = default;
 
 void LibroDePrueba::EscribirUbicaciones() const
 {

@@ -14,6 +14,7 @@ private slots:
     void val();
     void numeroATexto_data();
     void numeroATexto();
+    void redondeoEnCadaMagnitud();
     void textoAFecha_data();
     void textoAFecha();
     void textos();
@@ -33,6 +34,10 @@ void TstConvenciones::format_data()
     QTest::newRow("half of fourteen digits") << QVariant(12345678901.235) << "00.00" << "12345678901,24";
     QTest::newRow("fourteen digits keep their cents") << QVariant(123456789012.34) << "00.00" << "123456789012,34";
     QTest::newRow("very big, every digit") << QVariant(1e20) << "00.00" << "100000000000000000000,00";
+    QTest::newRow("5e12 keeps its cents") << QVariant(5e12) << "00.00" << "5000000000000,00";
+    QTest::newRow("1e13 keeps its cents") << QVariant(1e13) << "00.00" << "10000000000000,00";
+    QTest::newRow("stored VAT of 13 digits") << QVariant(5000000068049.169) << "00.00" << "5000000068049,17";
+    QTest::newRow("largest amount of the 15-digit field") << QVariant(9999999999999.99) << "00.00" << "9999999999999,99";
     QTest::newRow("text with comma") << QVariant(QStringLiteral("12,5")) << "00.00" << "12,50";
     QTest::newRow("not a number unchanged") << QVariant(QStringLiteral("abc")) << "00.00" << "abc";
     QTest::newRow("integer") << QVariant(qlonglong(210)) << "00.00" << "210,00";
@@ -55,6 +60,9 @@ void TstConvenciones::format_data()
     // A year number is read as a date serial: 1990 days after 30/12/1899.
     QTest::newRow("year as serial") << QVariant(1990.0) << "yyyy" << "1905";
     QTest::newRow("not a date unchanged") << QVariant(QStringLiteral("hola")) << "dd-mm-yyyy" << "hola";
+    QTest::newRow("serial beyond any date unchanged") << QVariant(1e20) << "dd/mm/yyyy" << "100000000000000000000";
+    QTest::newRow("typed digits beyond any date unchanged")
+        << QVariant(QStringLiteral("1234567890123456789")) << "dd/mm/yyyy" << "1234567890123456789";
 }
 
 void TstConvenciones::format()
@@ -133,28 +141,59 @@ void TstConvenciones::numeroATexto()
     QCOMPARE(conv::NumeroATexto(n), texto);
 }
 
+void TstConvenciones::redondeoEnCadaMagnitud()
+{
+    // Near halves at every power of ten: a value written with a 5 in the third decimal goes up
+    // (away from zero), one just under stays; a formatted amount read back and formatted again
+    // never moves a cent.
+    qlonglong potencia = 1;
+    for (int e = 0; e <= 12; ++e, potencia *= 10) {
+        for (const auto &[centavos, esperado, sube] :
+             {std::tuple{"125", "13", 0}, {"124", "12", 0}, {"995", "00", 1}}) {
+            const double v = conv::CDbl(QString::number(potencia) + u',' + QLatin1String(centavos));
+            const QString f = conv::Format(v, QStringLiteral("00.00"));
+            const QString entero = QString::number(potencia + sube);
+            QCOMPARE(f, (e == 0 ? u'0' + entero : entero) + u',' + QLatin1String(esperado));
+            QCOMPARE(conv::Format(-v, QStringLiteral("00.00")), u'-' + f);
+            QCOMPARE(conv::Format(conv::CDbl(f), QStringLiteral("00.00")), f);
+        }
+    }
+    // From 1e13 a double holds no third decimal exactly; eighths are exact.
+    QCOMPARE(conv::Format(1e13 + 0.125, QStringLiteral("00.00")), QStringLiteral("10000000000000,13"));
+    QCOMPARE(conv::Format(1e13 + 0.375, QStringLiteral("00.00")), QStringLiteral("10000000000000,38"));
+}
+
 void TstConvenciones::textoAFecha_data()
 {
     QTest::addColumn<QString>("texto");
     QTest::addColumn<QDate>("fecha");
-    QTest::newRow("dd/mm/yyyy") << "15/03/2005" << QDate(2005, 3, 15);
-    QTest::newRow("two-digit year 05") << "15/03/05" << QDate(2005, 3, 15);
-    QTest::newRow("two-digit year 29") << "1/1/29" << QDate(2029, 1, 1);
-    QTest::newRow("two-digit year 30") << "1/1/30" << QDate(1930, 1, 1);
-    QTest::newRow("month 13 swaps") << "1-13-2005" << QDate(2005, 1, 13);
-    QTest::newRow("dots") << "01.02.2003" << QDate(2003, 2, 1);
-    QTest::newRow("no leading zero") << "01/3/2005" << QDate(2005, 3, 1);
-    QTest::newRow("iso") << "2005-03-15" << QDate(2005, 3, 15);
-    QTest::newRow("both over 12") << "13/13/2005" << QDate();
-    QTest::newRow("31 February") << "31/02/2005" << QDate();
-    QTest::newRow("words") << "mañana" << QDate();
-    QTest::newRow("empty") << "" << QDate();
+    QTest::addColumn<QDate>("hoy");
+    const QDate h2026(2026, 11, 21), h2035(2035, 6, 1);
+    QTest::newRow("dd/mm/yyyy") << "15/03/2005" << QDate(2005, 3, 15) << h2026;
+    QTest::newRow("two-digit year 05") << "15/03/05" << QDate(2005, 3, 15) << h2026;
+    QTest::newRow("two-digit year 46, today + 20") << "1/1/46" << QDate(2046, 1, 1) << h2026;
+    QTest::newRow("two-digit year 47, today - 79") << "1/1/47" << QDate(1947, 1, 1) << h2026;
+    QTest::newRow("two-digit year 30 in 2026") << "1/1/30" << QDate(2030, 1, 1) << h2026;
+    QTest::newRow("two-digit year 30 in 2035") << "1/1/30" << QDate(2030, 1, 1) << h2035;
+    QTest::newRow("two-digit year 55 in 2035") << "1/1/55" << QDate(2055, 1, 1) << h2035;
+    QTest::newRow("two-digit year 56 in 2035") << "1/1/56" << QDate(1956, 1, 1) << h2035;
+    QTest::newRow("list date dd/mm/yy in 2035") << "05/10/34" << QDate(2034, 10, 5) << h2035;
+    QTest::newRow("month 13 swaps") << "1-13-2005" << QDate(2005, 1, 13) << h2026;
+    QTest::newRow("dots") << "01.02.2003" << QDate(2003, 2, 1) << h2026;
+    QTest::newRow("no leading zero") << "01/3/2005" << QDate(2005, 3, 1) << h2026;
+    QTest::newRow("iso") << "2005-03-15" << QDate(2005, 3, 15) << h2026;
+    QTest::newRow("both over 12") << "13/13/2005" << QDate() << h2026;
+    QTest::newRow("31 February") << "31/02/2005" << QDate() << h2026;
+    QTest::newRow("words") << "mañana" << QDate() << h2026;
+    QTest::newRow("empty") << "" << QDate() << h2026;
 }
 
 void TstConvenciones::textoAFecha()
 {
     QFETCH(QString, texto);
     QFETCH(QDate, fecha);
+    QFETCH(QDate, hoy);
+    conv::FijarHoy(hoy);
     QCOMPARE(conv::TextoAFecha(texto).value_or(QDate()), fecha);
     QCOMPARE(conv::EsFecha(texto), fecha.isValid());
 }

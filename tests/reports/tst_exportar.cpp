@@ -8,6 +8,8 @@
 #include <QDir>
 #include <QProcess>
 #include <QtTest>
+#include <csignal>
+#include <sys/resource.h>
 
 // The F10 export run over a real book, and "ivacompras exportar" run as a program: the
 // spreadsheet and the two tax-authority files written byte for byte, the path rules, the
@@ -211,12 +213,14 @@ void TstExportar::errores_data()
     QTest::addColumn<QString>("cuitProveedor");
     QTest::addColumn<QString>("bloqueado");
     QTest::addColumn<QString>("numeroYDescripcion");
-    QTest::addColumn<QStringList>("archivos");
     QTest::newRow("CUIT longer than 20") << "3011111111800000000001" << ""
-        << "\r\n5\r\nLlamada a procedimiento o argumento no válidos" << QStringList{};
-    QTest::newRow("apostrophe in a CUIT") << "30'11" << "" << "\r\n-2147217900\r\n" << QStringList{};
-    QTest::newRow("vouchers file cannot be written") << P1 << "err COMPRAS COMPRBTE.txt"
-        << "\r\n75\r\nNo se puede crear el archivo" << QStringList{"err.xls"};
+        << "\r\n5\r\nLlamada a procedimiento o argumento no válidos";
+    QTest::newRow("apostrophe in a CUIT") << "30'11" << "" << "\r\n-2147217900\r\n";
+    QTest::newRow("vouchers file cannot be put in place") << P1 << "err COMPRAS COMPRBTE.txt"
+        << "\r\n57\r\nNo se puede escribir el archivo 'DIR/err COMPRAS COMPRBTE.txt': la ruta es una carpeta";
+    // A disk that takes no more bytes: the spreadsheet is the first file past the limit.
+    QTest::newRow("disk full") << P1 << ""
+        << "\r\n57\r\nNo se puede escribir el archivo 'DIR/err.xls': el archivo es demasiado grande";
 }
 
 void TstExportar::errores()
@@ -224,22 +228,37 @@ void TstExportar::errores()
     QFETCH(QString, cuitProveedor);
     QFETCH(QString, bloqueado);
     QFETCH(QString, numeroYDescripcion);
-    QFETCH(QStringList, archivos);
+    numeroYDescripcion.replace(QStringLiteral("DIR/"), Dir());
     libro->Factura(EMPRESA, P1, MARZO, "01/03/2005", "A", "0001-00000001", 100, 0, 21, 0);
     libro->Factura(EMPRESA, cuitProveedor.replace(u'\'', QStringLiteral("''")), MARZO, "02/03/2005",
                    "A", "0002-00012345", 1100, 0, 231, 0);
     if (!bloqueado.isEmpty())
         QVERIFY(QDir().mkpath(Dir() + bloqueado));
+    // The previous period's export is there: it must stay as it was.
+    EscribirArchivo(Dir() + QStringLiteral("err.xls"), "anterior");
+    EscribirArchivo(Dir() + QStringLiteral("err COMPRAS ALICUOTAS.txt"), "anterior");
 
-    QVERIFY(!Exportar(Dir() + QStringLiteral("err.xls")));
+    rlimit antes{};
+    getrlimit(RLIMIT_FSIZE, &antes);
+    if (QByteArray(QTest::currentDataTag()) == "disk full") {
+        signal(SIGXFSZ, SIG_IGN);
+        rlimit limite = antes;
+        limite.rlim_cur = 100;
+        setrlimit(RLIMIT_FSIZE, &limite);
+    }
+    const bool exportado = Exportar(Dir() + QStringLiteral("err.xls"));
+    setrlimit(RLIMIT_FSIZE, &antes);
+    QVERIFY(!exportado);
     QCOMPARE(libro->Mensajes().mostrados.size(), 1);
     const QString texto = libro->Mensajes().Ultimo();
     QVERIFY2(texto.startsWith(QStringLiteral("Nro Linea: ")) && texto.contains(numeroYDescripcion) &&
                  texto.endsWith(QStringLiteral(" seccion modGBPROC.GenerarReporte ")),
              qPrintable(texto));
     QCOMPARE(libro->Mensajes().UltimoEstilo(), 16);
-    // What was written stays; nothing half-written, nothing after the failure.
-    QCOMPARE(QDir(Dir()).entryList(QDir::Files, QDir::Name), archivos);
+    // The three files are one set: the earlier ones untouched, no new one, nothing left over.
+    QCOMPARE(QDir(Dir()).entryList(QDir::Files, QDir::Name),
+             QStringList({"err COMPRAS ALICUOTAS.txt", "err.xls"}));
+    QCOMPARE(Leer(Dir() + "err.xls") + Leer(Dir() + "err COMPRAS ALICUOTAS.txt"), QByteArray("anterioranterior"));
 }
 
 void TstExportar::comando_data()

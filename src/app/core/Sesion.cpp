@@ -23,8 +23,11 @@ void Sesion::Conectar()
         CrearComponentes();
     dbPersonal->setCadenaConexion(CadenaConexion(RutaPersonal, QStringLiteral("personal.mdb")));
     dbPersonal->Conectar();
+    dbPersonal->ExigirTablas({QStringLiteral("USR")});
     dbLibro->setCadenaConexion(CadenaConexion(RutaLibro, QStringLiteral("kestrel.mdb")));
     dbLibro->Conectar();
+    dbLibro->ExigirTablas({QStringLiteral("PRV"), QStringLiteral("IVC"), QStringLiteral("IVC_DetIVA"),
+                           QStringLiteral("IVC_DetIngBrutos"), QStringLiteral("IVC_Gravado")});
 }
 
 void CalcularLimitesPeriodo(Sesion &s)

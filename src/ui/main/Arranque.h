@@ -11,3 +11,8 @@ bool HayPantalla(const QProcessEnvironment &entorno);
 
 // The message given instead of the windows when there is no display.
 QString MensajeSinPantalla();
+
+// When the windows would go to an X display (DISPLAY, and neither Wayland nor an explicit Qt
+// platform), whether that display answers: empty when it does, otherwise the message given
+// instead of the windows.
+QString PantallaInalcanzable(const QProcessEnvironment &entorno);
