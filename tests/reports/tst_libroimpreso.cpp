@@ -175,6 +175,14 @@ void TstLibroImpreso::periodoVacio()
     hoja << QString() << B(136) + QStringLiteral("Pagina 1 de 1");
     QCOMPARE(imp.Textos(0), hoja);
     QVERIFY(libro->Mensajes().mostrados.isEmpty());
+
+    // A rate whose only line holds no amount sums to null: 00,00 too, as in the spreadsheet.
+    libro->Factura(kEmpresa, kFerreteria, "01/03/2026", "02/03/2026", "A", "0001-00000100", 0, 0, 0, 0);
+    libro->Ejecutar(QStringLiteral("insert into IVC_DetIVA values ('%1','%2','0001-00000100',1,27,'IVA 27',NULL)")
+                        .arg(kEmpresa, kFerreteria));
+    const QStringList lineas = libro::CortarLineas(libro::ComponerLibro(S()));
+    QVERIFY(lineas.contains(QStringLiteral("NETO GRAVADO 27% 00,00")));
+    QVERIFY(lineas.contains(QStringLiteral("IVA 27% 00,00")));
 }
 
 void TstLibroImpreso::paginas_data()

@@ -121,6 +121,15 @@ private slots:
         QCOMPARE(w->Estado(), 1);
     }
 
+    void cuitRepetido()
+    {
+        Abrir({QStringLiteral("30-1|Beta")});
+        Teclas({Qt::Key_Insert, "30-1", Qt::Key_Return, "Otro", Qt::Key_F11});
+        QVERIFY2(M().Ultimo().contains(QStringLiteral("Ya existe un proveedor con ese CUIT.")), qPrintable(M().Ultimo()));
+        QCOMPARE(Proveedores().size(), 1);
+        QCOMPARE(w->Estado(), 1);
+    }
+
     // The update trims every value; the CUIT cannot be changed.
     void modificarRecortaLosValores()
     {

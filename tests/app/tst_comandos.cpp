@@ -1,0 +1,113 @@
+// The program's commands run as a person runs them, on books that are not what they should be
+// and with values that give nothing: each gets a plain answer naming the cause and an exit
+// status that is not 0.
+
+#include "common/Archivo.h"
+#include "common/Libro.h"
+
+#include <QProcess>
+#include <QtTest>
+
+namespace {
+const QString kEmpresa = QStringLiteral("20111111112");
+
+QByteArray Contenido(const QString &clase)
+{
+    if (clase == QLatin1String("azar")) {
+        QByteArray b;
+        for (int i = 0; i < 4096; ++i)
+            b.append(char((i * 7919 + 13) % 251));
+        return b;
+    }
+    if (clase == QLatin1String("access"))
+        return QByteArray("\x00\x01\x00\x00Standard Jet DB\x00", 20) + QByteArray(2028, '\0');
+    return QByteArray(); // empty
+}
+} // namespace
+
+class TstComandos : public QObject
+{
+    Q_OBJECT
+private slots:
+    void respuestas_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<QString>("archivo"); // the book file spoiled before the command
+        QTest::addColumn<QString>("clase");   // azar, access, vacio, sin-tabla
+        QTest::addColumn<int>("estado");
+        QTest::addColumn<QString>("mensaje");
+        const QStringList cuenta{"cuenta", "--cuit", kEmpresa};
+        const QStringList exportar{"exportar", "--cuit", kEmpresa, "--periodo", "11/2026", "--archivo", "SALIDA/x.xls"};
+        const QStringList imprimir{"imprimir", "--cuit", kEmpresa, "--periodo", "11/2026", "--texto", "SALIDA/l.txt"};
+        const QString noLibro = QStringLiteral("no es una base de datos de este programa");
+        for (const char *clase : {"azar", "access"})
+            QTest::newRow(qPrintable(QStringLiteral("cuenta, proveedores.mdb %1").arg(clase)))
+                << cuenta << "proveedores.mdb" << clase << 1 << "DATOS/proveedores.mdb' como libro de IVA Compras: " + noLibro;
+        QTest::newRow("cuenta, proveedores.mdb empty") << cuenta << "proveedores.mdb" << "vacio" << 1
+                                                        << "'DATOS/proveedores.mdb' no es un libro de IVA Compras completo: le falta la tabla IMPUTACIONES.";
+        QTest::newRow("cuenta, proveedores.mdb without its table") << cuenta << "proveedores.mdb" << "sin-tabla" << 1
+                                                                    << "le falta la tabla IMPUTACIONES";
+        QTest::newRow("exportar, personal.mdb of random bytes") << exportar << "personal.mdb" << "azar" << 1
+                                                                 << "'DATOS/personal.mdb' como libro de IVA Compras: " + noLibro;
+        QTest::newRow("imprimir, personal.mdb empty") << imprimir << "personal.mdb" << "vacio" << 1 << "le falta la tabla USR";
+        QTest::newRow("exportar, kestrel.mdb of random bytes") << exportar << "kestrel.mdb" << "azar" << 1
+                                                                << "'DATOS/kestrel.mdb' como libro de IVA Compras: " + noLibro;
+        QTest::newRow("imprimir, kestrel.mdb without IVC") << imprimir << "kestrel.mdb" << "sin-tabla" << 1
+                                                            << "'DATOS/kestrel.mdb' no es un libro de IVA Compras completo: le falta la tabla IVC.";
+        QTest::newRow("imprimir, no line per sheet") << imprimir + QStringList{"--lineas", "-100"} << "" << "" << 2
+                                                     << "El campo LINEAS x HOJA debe ser de 1 o más líneas: '-100' no da ninguna hoja.";
+        QTest::newRow("imprimir, font of no size") << imprimir + QStringList{"--fuente", "0"} << "" << "" << 2
+                                                   << "El campo FUENTE debe estar entre 1 y 72 puntos: '0'.";
+        QTest::newRow("crear-bases in a new folder") << QStringList{"crear-bases", "DATOS/nueva/carpeta"} << "" << "" << 0 << "";
+        QTest::newRow("crear-bases never overwrites") << QStringList{"crear-bases", "DATOS"} << "" << "" << 1 << "ya existe; no se sobrescribe";
+        QTest::newRow("windows on a display that does not answer") << QStringList{} << "" << "" << 1
+                                                                   << "no se puede abrir la pantalla ':97' (DISPLAY)";
+    }
+    void respuestas()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(QString, archivo);
+        QFETCH(QString, clase);
+        QFETCH(int, estado);
+        QFETCH(QString, mensaje);
+        LibroDePrueba libro;
+        libro.Empresa(kEmpresa, QStringLiteral("Empresa SA"));
+        const QString datos = libro.Carpeta().chopped(1);
+        QDir().mkpath(libro.Carpeta() + QStringLiteral("salida"));
+        if (clase == QLatin1String("sin-tabla"))
+            libro.Ejecutar(archivo, {archivo == QLatin1String("kestrel.mdb") ? QStringLiteral("drop table IVC")
+                                                                             : QStringLiteral("drop table IMPUTACIONES")});
+        else if (!clase.isEmpty())
+            EscribirArchivo(libro.Carpeta() + archivo, Contenido(clase));
+        const QByteArray antes = Leer(libro.Carpeta() + archivo);
+
+        for (QString &a : args)
+            a.replace(QStringLiteral("SALIDA"), datos + QStringLiteral("/salida")).replace(QStringLiteral("DATOS"), datos);
+        if (!args.isEmpty() && args[0] != QLatin1String("crear-bases"))
+            args << "--datos" << datos;
+        QProcessEnvironment entorno = QProcessEnvironment::systemEnvironment();
+        for (const char *v : {"QT_QPA_PLATFORM", "WAYLAND_DISPLAY", "XDG_RUNTIME_DIR"})
+            entorno.remove(QString::fromLatin1(v));
+        entorno.insert(QStringLiteral("DISPLAY"), QStringLiteral(":97"));
+        QProcess p;
+        p.setProcessEnvironment(entorno);
+        p.start(QCoreApplication::applicationDirPath() + QStringLiteral("/../ivacompras"), args);
+        QVERIFY(p.waitForFinished(60000));
+        const QString salida = QString::fromLocal8Bit(p.readAllStandardError());
+        QCOMPARE(p.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(p.exitCode(), estado);
+        QVERIFY2(salida.contains(mensaje.replace(QStringLiteral("DATOS"), datos)), qPrintable(salida));
+        // Nothing but the answer: no warning of Qt's, no success line after a failure.
+        QVERIFY2(!salida.contains(QStringLiteral("XDG_RUNTIME_DIR")), qPrintable(salida));
+        if (estado != 0)
+            QVERIFY(p.readAllStandardOutput().isEmpty());
+        // The spoiled file is left as it was, and nothing is written out.
+        QCOMPARE(Leer(libro.Carpeta() + archivo), antes);
+        QVERIFY(QDir(libro.Carpeta() + QStringLiteral("salida")).isEmpty());
+        if (args.value(0) == QLatin1String("crear-bases") && estado == 0)
+            QVERIFY(QFileInfo::exists(datos + QStringLiteral("/nueva/carpeta/kestrel.mdb")));
+    }
+};
+
+QTEST_MAIN(TstComandos)
+#include "tst_comandos.moc"
