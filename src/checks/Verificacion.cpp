@@ -33,7 +33,8 @@ struct FacturaRevisada {
     NumeroComprobante nro;
     std::optional<QString> numero20;      // number field; nullopt when it does not fit
     std::optional<QString> clave;         // type, point of sale, number and CUIT as written
-    std::optional<RegistrosFactura> registros; // nullopt when the export fails on it
+    std::optional<RegistrosFactura> registros; // for a name of unusual characters; nullopt
+                                               // otherwise or when the export fails on it
 };
 
 struct Contexto {
@@ -392,23 +393,27 @@ QString SqlFacturas(const QString &cuit, const QString &desde)
            QStringLiteral(") f left join PRV p on p.PRVSNRCUIT = f.PRVSNRCUIT");
 }
 
-// The VAT lines of the period's invoices, chosen as the ledger's summary by rate chooses them.
+// The keys of the period's invoices, as a sub-query: the lines are read through their index
+// from these keys, not by testing every line of the company against the period.
+QString ClavesDelPeriodo(const QString &cuit, const QString &desde)
+{
+    return QStringLiteral(" and (PRVSNRCUIT, IVCSNROFAC) in (select PRVSNRCUIT, IVCSNROFAC from IVC where USRSNRCUIT = ") +
+           oDB::Q(cuit) + QStringLiteral(" and IVCFPERIOD = datevalue(") + oDB::Q(desde) + QStringLiteral("))");
+}
+
+// The VAT lines of the period's invoices, in the order they were entered.
 QString SqlLineasIVA(const QString &cuit, const QString &desde)
 {
     return QStringLiteral("select PRVSNRCUIT, IVCSNROFAC, IVCDETIVA, IVCDETVLR from IVC_DetIVA where USRSNRCUIT = ") +
-           oDB::Q(cuit) + ExisteEnPeriodo(cuit, desde) + QStringLiteral(") order by IVCdetId");
+           oDB::Q(cuit) + ClavesDelPeriodo(cuit, desde) + QStringLiteral(" order by IVCdetId");
 }
 
 // Lines and sum of the gross-income lines of each invoice of the period.
 QString SqlSumasIB(const QString &cuit, const QString &desde)
 {
-    return QStringLiteral("select i.PRVSNRCUIT, i.IVCSNROFAC, count(*) as lineas, sum(i.IVCDETIBVLR) as suma "
-                          "from IVC_DetIngBrutos i where i.USRSNRCUIT = ") +
-           oDB::Q(cuit) +
-           QStringLiteral(" and exists (select 1 from IVC where IVC.USRSNRCUIT = i.USRSNRCUIT and "
-                          "IVC.PRVSNRCUIT = i.PRVSNRCUIT and IVC.IVCSNROFAC = i.IVCSNROFAC and "
-                          "IVC.IVCFPERIOD = datevalue(") +
-           oDB::Q(desde) + QStringLiteral(")) group by i.PRVSNRCUIT, i.IVCSNROFAC");
+    return QStringLiteral("select PRVSNRCUIT, IVCSNROFAC, count(*) as lineas, sum(IVCDETIBVLR) as suma "
+                          "from IVC_DetIngBrutos where USRSNRCUIT = ") +
+           oDB::Q(cuit) + ClavesDelPeriodo(cuit, desde) + QStringLiteral(" group by PRVSNRCUIT, IVCSNROFAC");
 }
 
 // What the export makes of the invoice: codes, number fields, key and records.
@@ -419,8 +424,14 @@ void Exportado(FacturaRevisada &r)
     try {
         r.numero20 = CampoNumero(r.nro);
         r.clave = r.codigo + CampoPuntoVenta(r.nro) + *r.numero20 + RellenarIzquierda(r.f.cuit, 20);
+        // The records are built only for a name the file may not carry as it is: a name of
+        // plain characters writes plain characters.
+        const bool nombreRaro = std::any_of(r.f.nombre.begin(), r.f.nombre.end(), [](QChar ch) {
+            return ch.unicode() < 0x20 || ch.unicode() == 0x7f || ch.unicode() > 0xff;
+        });
         EstadoRegistros estado;
-        r.registros = ArmarRegistros(r.f, estado);
+        if (nombreRaro)
+            r.registros = ArmarRegistros(r.f, estado);
     } catch (const oDB::ErrorBD &) {
         // A field that does not fit: the rules of the number and the amounts tell which.
     }
