@@ -8,7 +8,6 @@
 #include "reports/RegistrosAFIP.h"
 
 #include <QHash>
-#include <QMap>
 #include <algorithm>
 #include <cmath>
 
@@ -224,7 +223,7 @@ Args VariasTasas(const FacturaRevisada &r, const Contexto &)
     QStringList partes;
     for (const auto &[tasa, iva] : tasas)
         partes << Tasa(tasa) + QStringLiteral(": ") + Monto(iva);
-    return Args(QStringList{partes.join(QStringLiteral(", ")), Tasa(r.lineasIVA.first().tasa)});
+    return Args(QStringList{partes.join(QStringLiteral("; ")), Tasa(r.lineasIVA.first().tasa)});
 }
 
 bool ClaseA(const QString &tipo)

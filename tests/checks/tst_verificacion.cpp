@@ -264,7 +264,7 @@ private slots:
         const Resultado r = Verificar(c);
         QCOMPARE(r.hallazgos.size(), 1);
         QCOMPARE(r.hallazgos[0].mensaje,
-                 QStringLiteral("La factura tiene IVA a varias alícuotas (10,5%: 52,50, 21%: 105,00): el archivo de "
+                 QStringLiteral("La factura tiene IVA a varias alícuotas (10,5%: 52,50; 21%: 105,00): el archivo de "
                                 "alícuotas informa sólo la primera (10,5%), con todo el gravado y todo el IVA."));
     }
 };

@@ -160,8 +160,12 @@ void frmVERIFICAR::AbrirHallazgo()
     if (fila < 0 || fila >= hallazgos_.size())
         return;
     const Hallazgo h = hallazgos_[fila];
-    if (h.DeEmpresa())
+    if (h.DeEmpresa()) {
+        if (s_.mensajes)
+            s_.mensajes->MsgBox(QStringLiteral("Este hallazgo es de la empresa, no de una factura: ") + h.accion,
+                                vb::vbInformation);
         return;
+    }
     if (!AbrirFactura(s_, principal_, this, h.cuit, h.numero)) {
         if (s_.mensajes)
             s_.mensajes->MsgBox(QStringLiteral("No se puede abrir la factura %1: su proveedor %2 no está en la lista "
