@@ -438,9 +438,15 @@ void Exportado(FacturaRevisada &r)
 
 Hallazgo Nuevo(const Regla &regla, const FacturaRevisada &r, const QStringList &args)
 {
-    QString mensaje = QString::fromUtf8(regla.mensaje);
-    for (const QString &a : args)
-        mensaje = mensaje.arg(a);
+    // In one pass, so that a value holding "%1" (a name, a number) is written as it is.
+    const QString plantilla = QString::fromUtf8(regla.mensaje);
+    QString mensaje;
+    for (qsizetype i = 0; i < plantilla.size(); ++i) {
+        if (plantilla[i] == u'%' && i + 1 < plantilla.size() && plantilla[i + 1].isDigit())
+            mensaje += args.value(plantilla[++i].digitValue() - 1);
+        else
+            mensaje += plantilla[i];
+    }
     return {QString::fromLatin1(regla.id), regla.severidad, r.fecha, r.f.tipo, r.f.numero, r.f.cuit, r.f.nombre,
             mensaje, QString::fromUtf8(regla.accion)};
 }
