@@ -45,6 +45,10 @@ QString Tabla(const QList<QStringList> &filas)
         QString linea;
         for (qsizetype c = 0; c < f.size(); ++c)
             linea += c + 1 < f.size() ? f[c].leftJustified(anchos[c] + 2) : f[c];
+        // A control character of a name would break the alignment: it shows as a blank.
+        for (QChar &ch : linea)
+            if (ch.unicode() < 0x20)
+                ch = u' ';
         out += linea + u'\n';
     }
     return out;
