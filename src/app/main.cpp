@@ -55,6 +55,10 @@ int main(int argc, char **argv)
         QCoreApplication app(argc, argv);
         return ComandoExportar(args.mid(1));
     }
+    if (comando == QLatin1String("verificar")) {
+        QCoreApplication app(argc, argv);
+        return ComandoVerificar(args.mid(1));
+    }
     if (args.isEmpty())
         return EjecutarPrograma(argc, argv, QString());
     if (args.size() == 2 && comando == QLatin1String("--ajustes"))
@@ -66,6 +70,7 @@ int main(int argc, char **argv)
                  "     ivacompras exportar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo RUTA.xls\n"
                  "     ivacompras imprimir --datos DIR --cuit CUIT --periodo MM/AAAA (--pdf RUTA | --texto RUTA)"
                  " [--fuente N] [--lineas N]\n"
-                 "     ivacompras cuenta --datos DIR --cuit CUIT [--proveedor CUIT]\n");
+                 "     ivacompras cuenta --datos DIR --cuit CUIT [--proveedor CUIT]\n"
+                 "     ivacompras verificar --datos DIR --cuit CUIT --periodo MM/AAAA [--formato texto|csv]\n");
     return 2;
 }

@@ -13,6 +13,7 @@
 #include <QFileInfo>
 #include <QMap>
 #include <QSet>
+#include <algorithm>
 
 namespace demo {
 
@@ -447,6 +448,109 @@ ResumenDemo CrearDemo(const QString &dir)
                 r.periodos.append({empresa, conv::FechaCorta(periodo), int(mes.size())});
                 r.facturas += int(mes.size());
             }
+        }
+        {
+            // The busiest period also holds the slips the period check [F9] is made to find,
+            // each as a person makes it (the type "X" invoice above is one of them).
+            const QDate periodo(2026, 11, 1);
+            const QString empresa = r.empresas[0].cuit;
+            PeriodoDemo &p = *std::find_if(r.periodos.begin(), r.periodos.end(), [&](const PeriodoDemo &x) {
+                return x.cuit == empresa && x.periodo == conv::FechaCorta(periodo);
+            });
+            const auto proveedor = [&](const QString &nombre, int prefijo, int cuerpo) {
+                QString cuit;
+                while ((cuit = Cuit(prefijo, cuerpo)).isEmpty())
+                    ++cuerpo;
+                libro.Ejecutar(QStringLiteral("INSERT INTO PRV(PRVSNRCUIT,PRVSNOMBRE,PRVSDOMICI,PRVSTELFON,PRVSEMAIL,PRVSCONTAC,PRVFALTA) values (") +
+                               Q(cuit) + u',' + Q(nombre) + QStringLiteral(",'','','','',datevalue('01/10/2026'))"));
+                return cuit;
+            };
+            const auto factura = [&](const QString &prv, const QString &tipo, const QString &numero, int dia,
+                                     const QList<double> &gravados, const QList<double> &tasas, const QString &dsc) {
+                Escritor::Factura f;
+                f.empresa = empresa;
+                f.proveedor = prv;
+                f.tipo = tipo;
+                f.numero = numero;
+                f.periodo = periodo;
+                f.fecha = periodo.addDays(dia - 1);
+                f.alta = kUltimoDia;
+                f.gravados = gravados;
+                f.tasas = tasas;
+                f.descripcion = dsc;
+                return f;
+            };
+            const QString clave = QStringLiteral(" where USRSNRCUIT = %1 and PRVSNRCUIT = %2 and IVCSNROFAC = %3");
+            const QString harinera = cuitPrv[0], nandu = cuitPrv[1], energia = cuitPrv[8];
+            QList<Escritor::Factura> slips = {
+                // A prefix that does not exist (31 for 30), with its check digit right.
+                factura(proveedor(QStringLiteral("Distribuidora del Centro S.A."), 31, 70456123), QStringLiteral("A"),
+                        QStringLiteral("0003-00004410"), 4, {18000}, {21}, QStringLiteral("Mercadería de almacén")),
+                // A letter O for a zero, in the point of sale and in the number.
+                factura(harinera, QStringLiteral("A"), QStringLiteral("O021-00071230"), 6, {42000}, {21},
+                        QStringLiteral("Harina 000 x 50 kg")),
+                factura(nandu, QStringLiteral("A"), QStringLiteral("0024-000O1987"), 7, {9800}, {21},
+                        QStringLiteral("Aceite girasol x 5 l")),
+                // A number of 9 digits: the files keep the last 6.
+                factura(energia, QStringLiteral("A"), QStringLiteral("0030-123456789"), 9, {64000}, {27},
+                        QStringLiteral("Servicio de energía eléctrica")),
+                // The same invoice entered twice, the second time without its zeros.
+                factura(harinera, QStringLiteral("A"), QStringLiteral("0021-00071555"), 10, {15500}, {10.5},
+                        QStringLiteral("Harina 0000 x 25 kg")),
+                factura(harinera, QStringLiteral("A"), QStringLiteral("0021-71555"), 12, {15500}, {10.5},
+                        QStringLiteral("Harina 0000 x 25 kg")),
+                // Names pasted from other programs: curly quotes, a TAB.
+                factura(proveedor(QStringLiteral("Café “El Molino” S.R.L."), 30, 70555321), QStringLiteral("A"),
+                        QStringLiteral("0001-00000871"), 13, {7300}, {21}, QStringLiteral("Café en grano x 5 kg")),
+                factura(proveedor(QStringLiteral("Molienda San José\tS.A."), 30, 70666512), QStringLiteral("A"),
+                        QStringLiteral("0001-00002290"), 14, {11250}, {21}, QStringLiteral("Sémola x 25 kg")),
+                // Zeros typed twice over in the untaxed amount.
+                factura(nandu, QStringLiteral("C"), QStringLiteral("0024-00031877"), 15, {}, {},
+                        QStringLiteral("Azúcar 1,5 kg x 10")),
+                // VAT lines that do not add up to the header, and gross income likewise.
+                factura(nandu, QStringLiteral("A"), QStringLiteral("0024-00031902"), 16, {20000}, {21},
+                        QStringLiteral("Mercadería de almacén")),
+                factura(harinera, QStringLiteral("A"), QStringLiteral("0021-00071610"), 17, {30000}, {21},
+                        QStringLiteral("Harina integral x 25 kg")),
+                // A VAT line typed 2010 for 2100.
+                factura(nandu, QStringLiteral("A"), QStringLiteral("0024-00031950"), 18, {10000}, {21},
+                        QStringLiteral("Azúcar 1,5 kg x 10")),
+                // Lines at two rates.
+                factura(harinera, QStringLiteral("A"), QStringLiteral("0021-00071700"), 19, {25000, 8000}, {21, 10.5},
+                        QStringLiteral("Harina y levadura")),
+                // A class A without its VAT line, a B with one.
+                factura(nandu, QStringLiteral("A"), QStringLiteral("0024-00032001"), 20, {5400}, {},
+                        QStringLiteral("Mercadería de almacén")),
+                factura(energia, QStringLiteral("B"), QStringLiteral("0030-00889100"), 20, {3100}, {21},
+                        QStringLiteral("Servicio de energía eléctrica")),
+                // Years typed wrong: one ahead, one behind.
+                factura(nandu, QStringLiteral("A"), QStringLiteral("0024-00032050"), 21, {6000}, {21},
+                        QStringLiteral("Aceite girasol x 5 l")),
+                factura(harinera, QStringLiteral("A"), QStringLiteral("0021-00071720"), 21, {12000}, {21},
+                        QStringLiteral("Harina 000 x 50 kg")),
+                // A voided invoice kept at zero, and a credit note entered with negative amounts.
+                factura(nandu, QStringLiteral("C"), QStringLiteral("0024-00032100"), 21, {}, {},
+                        QStringLiteral("Factura anulada")),
+                factura(harinera, QStringLiteral("A"), QStringLiteral("0021-00071730"), 21, {-1000}, {21},
+                        QStringLiteral("Devolución de mercadería")),
+                // A supplier removed from the list after its invoice was entered.
+                factura(proveedor(QStringLiteral("Fletes Rápidos S.R.L."), 30, 70777654), QStringLiteral("A"),
+                        QStringLiteral("0021-00000345"), 11, {8500}, {21}, QStringLiteral("Flete local")),
+            };
+            slips[8].noGravado = 25000000000000;
+            slips[10].tasaIB = 3;
+            slips[15].fecha = QDate(2027, 11, 5);
+            slips[16].fecha = QDate(2025, 9, 30);
+            for (const Escritor::Factura &f : slips)
+                escritor.Escribir(f);
+            const auto donde = [&](const Escritor::Factura &f) { return clave.arg(Q(empresa), Q(f.proveedor), Q(f.numero)); };
+            libro.Ejecutar(QStringLiteral("update IVC set IVARIN = '4300,00'") + donde(slips[9]));
+            libro.Ejecutar(QStringLiteral("update IVC set IVCINGBRU = '990,00'") + donde(slips[10]));
+            libro.Ejecutar(QStringLiteral("update IVC_DetIVA set IVCDETVLR = '2010'") + donde(slips[11]));
+            libro.Ejecutar(QStringLiteral("update IVC set IVARIN = '2010,00'") + donde(slips[11]));
+            libro.Ejecutar(QStringLiteral("DELETE FROM PRV WHERE PRVSNRCUIT = ") + Q(slips.last().proveedor));
+            p.facturas += int(slips.size());
+            r.facturas += int(slips.size());
         }
         libro.Ejecutar(QStringLiteral("COMMIT"));
     } catch (...) {

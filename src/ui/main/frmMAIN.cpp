@@ -4,6 +4,7 @@
 #include "data/Convenciones.h"
 #include "reports/Exportar.h"
 #include "reports/LibroImpreso.h"
+#include "ui/checks/frmVERIFICAR.h"
 #include "ui/common/CerrarVentana.h"
 #include "ui/common/Teclas.h"
 #include "ui/invoice/frmADDConcepto.h"
@@ -134,6 +135,11 @@ frmMAIN::frmMAIN(Sesion &s, QWidget *parent) : QWidget(parent), s_(s)
     v->addWidget(Grd, 1);
     v->addLayout(pie);
     v->addWidget(Label2);
+    // The keys of the additions beyond the original help line.
+    lbTeclasNuevas = Etiqueta(QStringLiteral("Verificar [F9]"), this);
+    lbTeclasNuevas->setObjectName(QStringLiteral("lbTeclasNuevas"));
+    lbTeclasNuevas->setAlignment(Qt::AlignCenter);
+    v->addWidget(lbTeclasNuevas);
 
     // The grid gets an empty, formatted look until the first load.
     Grd->setCols(grilla::kColumnas);
@@ -220,6 +226,9 @@ bool frmMAIN::Form_KeyDown(int tecla)
         f.exec();
         return true;
     }
+    case vb::vbKeyF9:
+        AbrirVerificacion(s_, this, this);
+        return true;
     case vb::vbKeyF10: {
         // The spreadsheet and the two tax-authority files of the period, columns separated by
         // a TAB; the save dialog belongs to this window.

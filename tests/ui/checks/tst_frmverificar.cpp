@@ -1,0 +1,107 @@
+// The period check window, driven from the main window with real keys on a real book: F9 opens
+// it with the errors first, Enter opens the invoice of a finding in the modify window, and once
+// the invoice is fixed and saved the finding is gone. Esc closes it.
+
+#include "ui/checks/frmVERIFICAR.h"
+#include "ui/invoice/Teclado.h"
+#include "ui/invoice/frmMODConcepto.h"
+#include "ui/main/Inicio.h"
+
+#include <QPointer>
+#include <QTableWidget>
+
+namespace {
+const QString kEmp = QStringLiteral("30712345671");
+const QString kProv = QStringLiteral("30700000016");
+const QString kBorrado = QStringLiteral("30700000024"); // a supplier no longer in the list
+
+// An invoice of November 2026 with its taxed-amount line and, when iva is not 0, its VAT line.
+void Factura(LibroDePrueba &l, const QString &prv, const QString &numero, const QString &fecha, double gravado, double iva)
+{
+    l.Factura(kEmp, prv, QStringLiteral("01/11/2026"), fecha, QStringLiteral("A"), numero, gravado, 0, iva, 0);
+    l.LineaGravado(kEmp, prv, numero, 1, gravado);
+    if (iva != 0)
+        l.LineaIVA(kEmp, prv, numero, 1, 21, QStringLiteral("Iva del 21:"), iva);
+}
+
+QStringList Fila(const QTableWidget *g, int fila)
+{
+    QStringList celdas;
+    for (int c : {0, 1, 3})
+        celdas << g->item(fila, c)->text();
+    return celdas;
+}
+} // namespace
+
+class TstFrmVerificar : public QObject
+{
+    Q_OBJECT
+private slots:
+    void f9AbrirCorregirYGuardar()
+    {
+        LibroDePrueba libro;
+        libro.Empresa(kEmp, QStringLiteral("Empresa SA"));
+        libro.Proveedor(kProv, QStringLiteral("Proveedor Uno SA"));
+        Factura(libro, kProv, QStringLiteral("0001-00000100"), QStringLiteral("05/11/2026"), 1000, 210);
+        Factura(libro, kProv, QStringLiteral("0001-00000200"), QStringLiteral("03/12/2026"), 500, 105); // after the period
+        Factura(libro, kProv, QStringLiteral("0001-00000300"), QStringLiteral("10/11/2026"), 300, 0);   // A without VAT
+        Factura(libro, kBorrado, QStringLiteral("0001-00000400"), QStringLiteral("12/11/2026"), 100, 21);
+        libro.Recordar(kEmp, QStringLiteral("01/11/2026"));
+        frmMAIN w(libro.S());
+        ArrancarYMostrar(w);
+        QCOMPARE(w.Label2->text(), QStringLiteral("Proveedores [F5] - Agregar [Insert] - Modificar [Enter] - "
+                                                  "Eliminar [Delete] - Opciones [F6] - Salir [Esc]"));
+        QCOMPARE(w.lbTeclasNuevas->text(), QStringLiteral("Verificar [F9]"));
+
+        QTest::keyClick(w.Grd, Qt::Key_F9);
+        QPointer<frmVERIFICAR> v = w.findChild<frmVERIFICAR *>();
+        QVERIFY(v && QTest::qWaitForWindowActive(v));
+        QCOMPARE(v->windowTitle(), QStringLiteral("Verificación del período"));
+        QVERIFY(!v->isModal());
+        QTableWidget *g = v->grdHallazgos;
+        QTRY_COMPARE(Foco(), g);
+        QCOMPARE(g->rowCount(), 3);
+        QCOMPARE(Fila(g, 0), (QStringList{"error", "03/12/2026", "0001-00000200"}));
+        QCOMPARE(Fila(g, 1), (QStringList{"aviso", "10/11/2026", "0001-00000300"}));
+        QCOMPARE(Fila(g, 2), (QStringList{"aviso", "12/11/2026", "0001-00000400"}));
+        QVERIFY(v->lbDetalle->text().startsWith(QStringLiteral("La fecha 03/12/2026 es posterior al último día del período (30/11/2026).\nQué hacer: ")));
+
+        // The supplier that left the list: the main list does not show it, nor can it be opened.
+        Tecla(Qt::Key_Down);
+        Tecla(Qt::Key_Down);
+        Tecla(Qt::Key_Return);
+        QVERIFY(libro.Mensajes().Ultimo().startsWith(QStringLiteral("No se puede abrir la factura 0001-00000400")));
+        QCOMPARE(libro.Mensajes().UltimoEstilo(), int(vb::vbExclamation));
+
+        // The error: its invoice opens as from the main list; a new date and F11 fix it.
+        Tecla(Qt::Key_Up);
+        Tecla(Qt::Key_Up);
+        QStringList abierta;
+        AlAbrirse<frmMODConcepto>([&](frmMODConcepto &m) {
+            abierta << m.TxtNumero->text() << m.cboIdProv->currentText() << m.TxtFecha->text() << m.lbGravTotal->text()
+                    << m.txtIVARIN->text();
+            Campo(m.TxtGrav, QStringLiteral("0"));
+            Campo(m.TxtFecha, QStringLiteral("28/11/2026"));
+            Tecla(Qt::Key_F11);
+            Tecla(Qt::Key_Escape);
+        });
+        Tecla(Qt::Key_Return);
+        QCOMPARE(abierta, (QStringList{"0001-00000200", kProv, "03/12/26", "500,00", "105"}));
+        QCOMPARE(libro.Filas(QStringLiteral("select IVCFCOMPRO from IVC where IVCSNROFAC = '0001-00000200'")),
+                 QStringList{"28/11/2026"});
+        QCOMPARE(g->rowCount(), 2);
+        QCOMPARE(Fila(g, 0), (QStringList{"aviso", "10/11/2026", "0001-00000300"}));
+        QCOMPARE(w.Grd->TextMatrix(w.Grd->Rows() - 1, 0), QStringLiteral("28/11/26")); // the main list reloaded
+        QVERIFY(QTest::qWaitForWindowActive(v));
+
+        // F9 again brings the same window; Esc closes it.
+        QTest::keyClick(w.Grd, Qt::Key_F9);
+        QCOMPARE(w.findChildren<frmVERIFICAR *>().size(), 1);
+        QVERIFY(QTest::qWaitForWindowActive(v));
+        QTest::keyClick(g, Qt::Key_Escape);
+        QVERIFY(QTest::qWaitFor([&v] { return !v; }));
+    }
+};
+
+QTEST_MAIN(TstFrmVerificar)
+#include "tst_frmverificar.moc"
