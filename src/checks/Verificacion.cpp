@@ -32,8 +32,6 @@ struct FacturaRevisada {
     NumeroComprobante nro;
     std::optional<QString> numero20;      // number field; nullopt when it does not fit
     std::optional<QString> clave;         // type, point of sale, number and CUIT as written
-    std::optional<RegistrosFactura> registros; // for a name of unusual characters; nullopt
-                                               // otherwise or when the export fails on it
 };
 
 struct Contexto {
@@ -118,17 +116,17 @@ Args ProveedorDesconocido(const FacturaRevisada &r, const Contexto &)
 // cannot carry: control characters (fuera = false) or characters outside Latin-1 (fuera = true).
 QString CaracteresDelNombre(const FacturaRevisada &r, bool fuera)
 {
-    if (!r.registros)
-        return QString();
+    // The characters of the name that reach the voucher record: its first 30, counted as the
+    // file counts them, one byte each.
     QString vistos;
-    const QString registro = r.registros->comprobante.chopped(2); // without CR LF
-    for (const QChar ch : registro) {
-        const bool control = ch.unicode() < 0x20 || ch.unicode() == 0x7f;
-        const bool malo = fuera ? ch.unicode() > 0xff : control;
-        if (!malo || !r.f.nombre.contains(ch))
+    const QList<uint> nombre = r.f.nombre.toUcs4().mid(0, 30);
+    for (const uint ch : nombre) {
+        const bool control = ch < 0x20 || ch == 0x7f;
+        const bool malo = fuera ? ch > 0xff : control;
+        if (!malo)
             continue;
-        const QString visto = control ? QStringLiteral("U+%1").arg(ch.unicode(), 4, 16, QChar(u'0')).toUpper()
-                                      : QString(ch);
+        const QString visto = control ? QStringLiteral("U+%1").arg(ch, 4, 16, QChar(u'0')).toUpper()
+                                      : QString::fromUcs4(reinterpret_cast<const char32_t *>(&ch), 1);
         if (!vistos.split(u' ').contains(visto))
             vistos += (vistos.isEmpty() ? QString() : QStringLiteral(" ")) + visto;
     }
@@ -423,14 +421,6 @@ void Exportado(FacturaRevisada &r)
     try {
         r.numero20 = CampoNumero(r.nro);
         r.clave = r.codigo + CampoPuntoVenta(r.nro) + *r.numero20 + RellenarIzquierda(r.f.cuit, 20);
-        // The records are built only for a name the file may not carry as it is: a name of
-        // plain characters writes plain characters.
-        const bool nombreRaro = std::any_of(r.f.nombre.begin(), r.f.nombre.end(), [](QChar ch) {
-            return ch.unicode() < 0x20 || ch.unicode() == 0x7f || ch.unicode() > 0xff;
-        });
-        EstadoRegistros estado;
-        if (nombreRaro)
-            r.registros = ArmarRegistros(r.f, estado);
     } catch (const oDB::ErrorBD &) {
         // A field that does not fit: the rules of the number and the amounts tell which.
     }
