@@ -140,7 +140,8 @@ private slots:
         QCOMPARE(w->lstIVC_detIngBru->topLevelItemCount(), 1);
         QCOMPARE(Cabecera(QStringLiteral("IVCINGBRU")), QStringLiteral("30"));
         QCOMPARE(w->lbTotalFactura->text(), QStringLiteral("1035,00"));
-        QVERIFY(w->txtINGBRUOld->isHidden());
+        QVERIFY(w->txtINGBRUOld->isHidden() && w->lbINGBOld->isHidden() && !w->LegadoIngBrutos());
+        QCOMPARE(w->lbIngBrut->text(), QStringLiteral("30,00"));
         QVERIFY(w->TxtNumero->isReadOnly()); // it has a taxed amount
         QVERIFY(!w->cboProv->isEnabled());
 
@@ -153,51 +154,24 @@ private slots:
     }
 
     // An invoice of the earlier scheme: its amount on the header, no lines. It shows the amount
-    // read-only; with a line, the amount is hidden.
-    void versionAnteriorAlAbrir_data()
-    {
-        QTest::addColumn<bool>("conLinea");
-        QTest::newRow("sin líneas") << false;
-        QTest::newRow("con una línea") << true;
-    }
-    void versionAnteriorAlAbrir()
-    {
-        QFETCH(bool, conLinea);
-        Libro();
-        FacturaDeAcme(1000, 0, 150);
-        if (conLinea)
-            libro->LineaIB(kEmpresa, kAcme, kNumero, 1, 3, QStringLiteral("Perc."), 30);
-        auto w = Modificar(1000, 0, 150);
-        QCOMPARE(w->LegadoIngBrutos(), !conLinea);
-        QCOMPARE(w->txtINGBRUOld->isVisible(), !conLinea);
-        QCOMPARE(w->lbINGBOld->isVisible(), !conLinea);
-        QCOMPARE(w->lbIngBrut->text(), conLinea ? QStringLiteral("30,00") : QStringLiteral("00,00"));
-        if (!conLinea) {
-            QCOMPARE(w->txtINGBRUOld->text(), QStringLiteral("150"));
-            w->txtINGBRUOld->setFocus();
-            Teclear(QStringLiteral("9"));
-            QCOMPARE(w->txtINGBRUOld->text(), QStringLiteral("150"));
-        }
-    }
-
-    void versionAnteriorAlGuardar_data()
+    // read-only until it is given up (F11 or a line by its amount, answering Yes) or a line is
+    // added by its percentage.
+    void versionAnterior_data()
     {
         QTest::addColumn<QString>("accion"); // F11, a line by its amount, a line by its percentage
         QTest::addColumn<int>("respuesta");
-        QTest::addColumn<bool>("pregunta");
         QTest::addColumn<QString>("cabecera"); // IVCFPERIOD|IVCINGBRU afterwards
         QTest::addColumn<int>("lineas");
-        QTest::newRow("guardar, No") << "F11" << int(vb::vbNo) << true << "01/10/2026|150" << 0;
-        QTest::newRow("guardar, Sí") << "F11" << int(vb::vbYes) << true << "01/11/2026|0" << 0;
-        QTest::newRow("línea por monto, No") << "monto" << int(vb::vbNo) << true << "01/10/2026|150" << 0;
-        QTest::newRow("línea por monto, Sí") << "monto" << int(vb::vbYes) << true << "01/11/2026|30" << 1;
-        QTest::newRow("línea por porcentaje") << "porcentaje" << int(vb::vbNo) << false << "01/11/2026|30" << 1;
+        QTest::newRow("guardar, No") << "F11" << int(vb::vbNo) << "01/10/2026|150" << 0;
+        QTest::newRow("guardar, Sí") << "F11" << int(vb::vbYes) << "01/11/2026|0" << 0;
+        QTest::newRow("línea por monto, No") << "monto" << int(vb::vbNo) << "01/10/2026|150" << 0;
+        QTest::newRow("línea por monto, Sí") << "monto" << int(vb::vbYes) << "01/11/2026|30" << 1;
+        QTest::newRow("línea por porcentaje") << "porcentaje" << int(vb::vbNo) << "01/11/2026|30" << 1;
     }
-    void versionAnteriorAlGuardar()
+    void versionAnterior()
     {
         QFETCH(QString, accion);
         QFETCH(int, respuesta);
-        QFETCH(bool, pregunta);
         QFETCH(QString, cabecera);
         QFETCH(int, lineas);
         Libro();
@@ -205,8 +179,14 @@ private slots:
         auto w = Modificar(1000, 0, 150);
         // Opening it lost nothing: the old amount is still on the header.
         QCOMPARE(Cabecera(QStringLiteral("IVCINGBRU")), QStringLiteral("150"));
+        QVERIFY(w->LegadoIngBrutos() && w->lbINGBOld->isVisible());
+        QCOMPARE(w->lbIngBrut->text(), QStringLiteral("00,00"));
+        w->txtINGBRUOld->setFocus();
+        Teclear(QStringLiteral("9"));
         Campo(w->TxtGrav, QStringLiteral("0"));
 
+        // A line by its percentage gives the old amount up without a question.
+        const bool pregunta = accion != QLatin1String("porcentaje");
         Msg().Responder(respuesta);
         if (accion == QLatin1String("F11")) {
             Tecla(Qt::Key_F11);
