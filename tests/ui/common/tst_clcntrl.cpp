@@ -61,8 +61,8 @@ private slots:
         QTest::newRow("BLOCK, Enter numerico") << QStringLiteral("BLOCK") << int(Qt::Key_Enter) << 1;
         QTest::newRow("BLOCKX avanza") << QStringLiteral("BLOCKX") << int(Qt::Key_Return) << 2;
         QTest::newRow("block avanza") << QStringLiteral("block") << int(Qt::Key_Return) << 2;
-        QTest::newRow("arriba") << QString() << int(Qt::Key_Up) << 0;
         QTest::newRow("abajo") << QString() << int(Qt::Key_Down) << 2;
+        // Up on an untagged box is walked in colores.
         QTest::newRow("BLOCK, arriba") << QStringLiteral("BLOCK") << int(Qt::Key_Up) << 0;
     }
     void teclas()
