@@ -67,7 +67,6 @@ void TstExportarRegistros::registros_data()
           .grav15 = Z(15), .gravadoCeroDespues = true});
     fila("no VAT line: code 0003", {.tasa = SIN, .codigo4 = "0003"});
     fila("name of 40 cut to 30", {.nombre = "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789abcd", .nombre30 = "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123"});
-    fila("name of 5 and 25 blanks", {.nombre = "Perez", .nombre30 = "Perez" + B(25)});
     fila("characters beyond the basic plane: one byte each",
          {.numero = QStringLiteral("0002-000\U0001F60012345"), .nombre = QStringLiteral("Caf\u00e9 \U0001F600\U0001F600 Sur"),
           .nro20 = "00000000000000?12345", .nombre30 = QStringLiteral("Caf\u00e9 ?? Sur") + B(19)});
