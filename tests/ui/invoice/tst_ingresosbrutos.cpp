@@ -39,27 +39,20 @@ private slots:
         QTest::addColumn<QString>("porcentaje");
         QTest::addColumn<QString>("descripcion");
         QTest::addColumn<QString>("valor");
-        QTest::addColumn<QString>("linea");      // the row stored, empty for none
-        QTest::addColumn<QString>("mensaje");    // how the last box shown ends
-        QTest::addColumn<int>("estilo");
+        QTest::addColumn<QString>("resultado"); // the row stored, or how the message shown ends
+        QTest::addColumn<int>("estilo");        // the message's, -1 for a row stored
 
         const QStringList dos{QStringLiteral("400"), QStringLiteral("600")};
-        QTest::newRow("monto sobre el total") << dos << "total" << "21" << "" << "" << "30"
-                                              << "1|3|Ingresos Brutos|30|0001-1" << "" << -1;
-        QTest::newRow("monto sobre un gravado") << dos << "primero" << "" << "" << "Perc. O'Neil" << "10"
-                                                << "1|2,5|Perc. O Neil|10|0001-1" << "" << -1;
-        QTest::newRow("porcentaje, tasa IVA 21") << dos << "total" << "21" << "3" << "" << "30"
-                                                 << "1|3|Iva del 21:|30|0001-1" << "" << -1;
-        QTest::newRow("porcentaje, tasa IVA vacía") << QStringList() << "" << "" << "3" << "" << "30"
-                                                    << "1|3|Iva del :|30|0001-1" << "" << -1;
+        QTest::newRow("monto sobre el total") << dos << "total" << "21" << "" << "" << "30" << "1|3|Ingresos Brutos|30|0001-1" << -1;
+        QTest::newRow("monto sobre un gravado") << dos << "primero" << "" << "" << "Perc. O'Neil" << "10" << "1|2,5|Perc. O Neil|10|0001-1" << -1;
+        QTest::newRow("porcentaje, tasa IVA 21") << dos << "total" << "21" << "3" << "" << "30" << "1|3|Iva del 21:|30|0001-1" << -1;
+        QTest::newRow("porcentaje, tasa IVA vacía") << QStringList() << "" << "" << "3" << "" << "30" << "1|3|Iva del :|30|0001-1" << -1;
         QTest::newRow("porcentaje, valor no numérico")
-            << QStringList() << "" << "21" << "3" << "" << "x" << "" << "Debe ingresar un valor númerico"
-            << int(vb::vbOKOnly);
-        QTest::newRow("monto sobre base cero")
-            << QStringList{QStringLiteral("100"), QStringLiteral("-100")} << "total" << "" << "" << "" << "30" << ""
-            << "División por cero\r\n\r\n11 - seccion [morla.ingbrutosdet_add]" << int(vb::vbCritical);
+            << QStringList() << "" << "21" << "3" << "" << "x" << "Debe ingresar un valor númerico" << int(vb::vbOKOnly);
+        QTest::newRow("monto sobre base cero") << QStringList{QStringLiteral("100"), QStringLiteral("-100")} << "total" << "" << "" << ""
+                                               << "30" << "División por cero\r\n\r\n11 - seccion [morla.ingbrutosdet_add]" << int(vb::vbCritical);
         QTest::newRow("monto sin base elegida") << QStringList{QStringLiteral("100")} << "" << "" << "" << "" << "30"
-                                                << "" << "13 - seccion [morla.ingbrutosdet_add]" << int(vb::vbCritical);
+                                                << "13 - seccion [morla.ingbrutosdet_add]" << int(vb::vbCritical);
     }
     void lineaNueva()
     {
@@ -69,8 +62,7 @@ private slots:
         QFETCH(QString, porcentaje);
         QFETCH(QString, descripcion);
         QFETCH(QString, valor);
-        QFETCH(QString, linea);
-        QFETCH(QString, mensaje);
+        QFETCH(QString, resultado);
         QFETCH(int, estilo);
 
         Libro();
@@ -83,8 +75,8 @@ private slots:
         Campo(w->txtIVCDETIVA, tasaIVA);
         LineaIB(*w, porcentaje, descripcion, valor);
 
-        if (linea.isEmpty()) {
-            QVERIFY2(Msg().Ultimo().endsWith(mensaje), qPrintable(Msg().Ultimo()));
+        if (estilo >= 0) {
+            QVERIFY2(Msg().Ultimo().endsWith(resultado), qPrintable(Msg().Ultimo()));
             QCOMPARE(Msg().UltimoEstilo(), estilo);
             QCOMPARE(Contar(QStringLiteral("IVC_DetIngBrutos")), 0L);
             QCOMPARE(Contar(QStringLiteral("IVC")), 0L); // stopped before the header save
@@ -92,7 +84,7 @@ private slots:
         }
         QVERIFY2(Msg().mostrados.isEmpty(), qPrintable(Msg().Ultimo()));
         // The first line wrote the header, then itself; the header takes the lines' total.
-        QCOMPARE(Filas(kLineasIB), QStringList{linea});
+        QCOMPARE(Filas(kLineasIB), QStringList{resultado});
         QCOMPARE(Cabecera(QStringLiteral("IVCSNROFAC,IVCINGBRU")), QStringLiteral("0001-1|") + valor);
         QCOMPARE(w->lstIVC_detIngBru->topLevelItemCount(), 1);
         QCOMPARE(Foco(), w->txtIVC_IngB);
@@ -140,7 +132,8 @@ private slots:
         QCOMPARE(w->lstIVC_detIngBru->topLevelItemCount(), 1);
         QCOMPARE(Cabecera(QStringLiteral("IVCINGBRU")), QStringLiteral("30"));
         QCOMPARE(w->lbTotalFactura->text(), QStringLiteral("1035,00"));
-        QVERIFY(w->txtINGBRUOld->isHidden());
+        QVERIFY(w->txtINGBRUOld->isHidden() && w->lbINGBOld->isHidden() && !w->LegadoIngBrutos());
+        QCOMPARE(w->lbIngBrut->text(), QStringLiteral("30,00"));
         QVERIFY(w->TxtNumero->isReadOnly()); // it has a taxed amount
         QVERIFY(!w->cboProv->isEnabled());
 
@@ -153,51 +146,24 @@ private slots:
     }
 
     // An invoice of the earlier scheme: its amount on the header, no lines. It shows the amount
-    // read-only; with a line, the amount is hidden.
-    void versionAnteriorAlAbrir_data()
-    {
-        QTest::addColumn<bool>("conLinea");
-        QTest::newRow("sin líneas") << false;
-        QTest::newRow("con una línea") << true;
-    }
-    void versionAnteriorAlAbrir()
-    {
-        QFETCH(bool, conLinea);
-        Libro();
-        FacturaDeAcme(1000, 0, 150);
-        if (conLinea)
-            libro->LineaIB(kEmpresa, kAcme, kNumero, 1, 3, QStringLiteral("Perc."), 30);
-        auto w = Modificar(1000, 0, 150);
-        QCOMPARE(w->LegadoIngBrutos(), !conLinea);
-        QCOMPARE(w->txtINGBRUOld->isVisible(), !conLinea);
-        QCOMPARE(w->lbINGBOld->isVisible(), !conLinea);
-        QCOMPARE(w->lbIngBrut->text(), conLinea ? QStringLiteral("30,00") : QStringLiteral("00,00"));
-        if (!conLinea) {
-            QCOMPARE(w->txtINGBRUOld->text(), QStringLiteral("150"));
-            w->txtINGBRUOld->setFocus();
-            Teclear(QStringLiteral("9"));
-            QCOMPARE(w->txtINGBRUOld->text(), QStringLiteral("150"));
-        }
-    }
-
-    void versionAnteriorAlGuardar_data()
+    // read-only until it is given up (F11 or a line by its amount, answering Yes) or a line is
+    // added by its percentage.
+    void versionAnterior_data()
     {
         QTest::addColumn<QString>("accion"); // F11, a line by its amount, a line by its percentage
         QTest::addColumn<int>("respuesta");
-        QTest::addColumn<bool>("pregunta");
         QTest::addColumn<QString>("cabecera"); // IVCFPERIOD|IVCINGBRU afterwards
         QTest::addColumn<int>("lineas");
-        QTest::newRow("guardar, No") << "F11" << int(vb::vbNo) << true << "01/10/2026|150" << 0;
-        QTest::newRow("guardar, Sí") << "F11" << int(vb::vbYes) << true << "01/11/2026|0" << 0;
-        QTest::newRow("línea por monto, No") << "monto" << int(vb::vbNo) << true << "01/10/2026|150" << 0;
-        QTest::newRow("línea por monto, Sí") << "monto" << int(vb::vbYes) << true << "01/11/2026|30" << 1;
-        QTest::newRow("línea por porcentaje") << "porcentaje" << int(vb::vbNo) << false << "01/11/2026|30" << 1;
+        QTest::newRow("guardar, No") << "F11" << int(vb::vbNo) << "01/10/2026|150" << 0;
+        QTest::newRow("guardar, Sí") << "F11" << int(vb::vbYes) << "01/11/2026|0" << 0;
+        QTest::newRow("línea por monto, No") << "monto" << int(vb::vbNo) << "01/10/2026|150" << 0;
+        QTest::newRow("línea por monto, Sí") << "monto" << int(vb::vbYes) << "01/11/2026|30" << 1;
+        QTest::newRow("línea por porcentaje") << "porcentaje" << int(vb::vbNo) << "01/11/2026|30" << 1;
     }
-    void versionAnteriorAlGuardar()
+    void versionAnterior()
     {
         QFETCH(QString, accion);
         QFETCH(int, respuesta);
-        QFETCH(bool, pregunta);
         QFETCH(QString, cabecera);
         QFETCH(int, lineas);
         Libro();
@@ -205,16 +171,20 @@ private slots:
         auto w = Modificar(1000, 0, 150);
         // Opening it lost nothing: the old amount is still on the header.
         QCOMPARE(Cabecera(QStringLiteral("IVCINGBRU")), QStringLiteral("150"));
+        QVERIFY(w->LegadoIngBrutos() && w->lbINGBOld->isVisible());
+        QCOMPARE(w->lbIngBrut->text(), QStringLiteral("00,00"));
+        w->txtINGBRUOld->setFocus();
+        Teclear(QStringLiteral("9"));
         Campo(w->TxtGrav, QStringLiteral("0"));
 
+        // A line by its percentage gives the old amount up without a question.
+        const bool pregunta = accion != QLatin1String("porcentaje");
         Msg().Responder(respuesta);
         if (accion == QLatin1String("F11")) {
             Tecla(Qt::Key_F11);
-        } else if (accion == QLatin1String("monto")) {
-            Base(*w, QStringLiteral("total"));
-            LineaIB(*w, QString(), QString(), QStringLiteral("30"));
         } else {
-            LineaIB(*w, QStringLiteral("3"), QString(), QStringLiteral("30"));
+            Base(*w, pregunta ? QStringLiteral("total") : QString());
+            LineaIB(*w, pregunta ? QString() : QStringLiteral("3"), QString(), QStringLiteral("30"));
         }
 
         QCOMPARE(Msg().mostrados.size(), pregunta ? 1 : 0);
