@@ -110,9 +110,9 @@ void TstExportarRegistros::registros()
     QFETCH(Caso, c);
     FacturaExportada f{.fecha = QStringLiteral("15/03/2005"), .tipo = c.tipo, .numero = c.numero,
                         .cuit = QStringLiteral("30111111118"), .nombre = c.nombre, .noGravado = c.U, .gravado = c.T,
-                        .iva = c.IVA, .ingBrutos = c.G};
-    if (c.tasa != SIN)
-        f.alicuota = c.tasa;
+                        .iva = c.IVA, .ingBrutos = c.G,
+                        .alicuota = c.tasa != SIN ? std::optional(c.tasa) : std::nullopt, .descripcion = {},
+                        .descripcionExtra = {}};
     EstadoRegistros estado{.GravadoCero = c.gravadoCeroAntes};
     const RegistrosFactura r = ArmarRegistros(f, estado);
     const QString cuit20 = QStringLiteral("00000000030111111118");
