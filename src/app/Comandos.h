@@ -28,3 +28,5 @@ int ComandoExportar(const QStringList &args);
 // ivacompras imprimir --datos DIR --cuit CUIT --periodo MM/AAAA (--pdf RUTA | --texto RUTA)
 //                     [--fuente N] [--lineas N]
 int ComandoImprimir(const QStringList &args);
+// ivacompras importar-access ORIGEN DESTINO
+int ComandoImportarAccess(const QStringList &args);
