@@ -360,6 +360,10 @@ ResultadoImportacion ImportarAccess(const QString &origen, const QString &destin
         }
     }
 
+    // The temporary folder is private to its owner; the books' folder is an ordinary one.
+    QFile::setPermissions(tmp.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner |
+                                          QFileDevice::ReadGroup | QFileDevice::ExeGroup |
+                                          QFileDevice::ReadOther | QFileDevice::ExeOther);
     // Into place: an empty destino gives way to the finished folder.
     if (infoDestino.isDir() && !QDir().rmdir(res.destino))
         Fallar(QStringLiteral("No se puede reemplazar la carpeta vacía '%1'.").arg(res.destino));
