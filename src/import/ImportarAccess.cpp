@@ -39,8 +39,14 @@ QString NombreEnElPrograma(const QString &tabla, const QString &columna)
 // One SQLite book, closed on leaving; a pending transaction is rolled back by the close.
 struct Base {
     sqlite3 *db = nullptr;
+    bool propia = true;
     explicit Base(const QString &ruta) : db(oDB::clManejo::Abrir(ruta, false)) {}
-    ~Base() { sqlite3_close_v2(db); }
+    explicit Base(sqlite3 *abierta) : db(abierta), propia(false) {}
+    ~Base()
+    {
+        if (propia)
+            sqlite3_close_v2(db);
+    }
     QString Error() const { return QString::fromUtf8(sqlite3_errmsg(db)); }
     void Ejecutar(const char *sql)
     {
@@ -107,37 +113,41 @@ QString Buscar(const QDir &dir, const QString &archivo)
     return QString();
 }
 
-// Copies one Access table into the book's table of the same name; the rows read.
-TablaImportada Copiar(jet::LibroAccess &libro, Base &base, const QString &archivo, const QString &tabla,
-                      QStringList &avisos)
+} // namespace
+
+TablaImportada CopiarFilas(sqlite3 *db, const QString &archivo, const QString &tabla, const FuenteFilas &origen,
+                           QStringList &avisos)
 {
+    Base base(db);
+    // A long book is written in one transaction: a cache that holds it spares the pages being
+    // spilled (and synced) before the commit.
+    base.Ejecutar("PRAGMA cache_size = -262144");
     TablaImportada r;
     r.archivo = archivo;
     r.tabla = tabla;
-    jet::TablaAccess origen = libro.Tabla(tabla);
     const QList<ColumnaDestino> destino = ColumnasDe(base, tabla);
 
     // Which Access column goes into which column of the book.
     QList<int> fuente;       // position in the Access row
     QList<ColumnaDestino> columnas;
-    for (int i = 0; i < origen.Columnas().size(); ++i) {
-        const QString nombre = NombreEnElPrograma(tabla, origen.Columnas()[i].nombre);
+    for (int i = 0; i < origen.columnas.size(); ++i) {
+        const QString nombre = NombreEnElPrograma(tabla, origen.columnas[i]);
         auto it = std::find_if(destino.begin(), destino.end(), [&](const ColumnaDestino &c) {
             return c.nombre.compare(nombre, Qt::CaseInsensitive) == 0;
         });
         if (it == destino.end()) {
-            r.omitidas << origen.Columnas()[i].nombre;
+            r.omitidas << origen.columnas[i];
             continue;
         }
         if (std::any_of(columnas.begin(), columnas.end(), [&](const ColumnaDestino &c) { return c.nombre == it->nombre; }))
-            Fallar(QStringLiteral("La tabla %1 de '%2' tiene dos columnas para %3.").arg(tabla, libro.Ruta(), it->nombre));
+            Fallar(QStringLiteral("La tabla %1 de '%2' tiene dos columnas para %3.").arg(tabla, origen.archivo, it->nombre));
         fuente << i;
         columnas << *it;
     }
     for (const ColumnaDestino &c : destino)
         if (c.exigida && !c.clave &&
             std::none_of(columnas.begin(), columnas.end(), [&](const ColumnaDestino &d) { return d.nombre == c.nombre; }))
-            Fallar(QStringLiteral("La tabla %1 de '%2' no tiene la columna %3.").arg(tabla, libro.Ruta(), c.nombre));
+            Fallar(QStringLiteral("La tabla %1 de '%2' no tiene la columna %3.").arg(tabla, origen.archivo, c.nombre));
     if (!r.omitidas.isEmpty())
         avisos << QStringLiteral("%1, tabla %2: no se importan las columnas %3, que el programa no usa.")
                       .arg(archivo, tabla, r.omitidas.join(QStringLiteral(", ")));
@@ -151,7 +161,7 @@ TablaImportada Copiar(jet::LibroAccess &libro, Base &base, const QString &archiv
                             .arg(tabla, nombres.join(u','), marcas.join(u',')));
     QList<long> horas(columnas.size(), 0);
     QVector<QVariant> fila;
-    while (origen.Siguiente(fila)) {
+    while (origen.siguiente(fila)) {
         ++r.leidas;
         bool conHora = false;
         for (int c = 0; c < columnas.size(); ++c) {
@@ -217,8 +227,6 @@ TablaImportada Copiar(jet::LibroAccess &libro, Base &base, const QString &archiv
             r.horas.append({columnas[c].nombre, horas[c]});
     return r;
 }
-
-} // namespace
 
 void ApuntarAjustes(const Ajustes &ajustes, const QString &carpeta)
 {
@@ -331,7 +339,11 @@ ResultadoImportacion ImportarAccess(const QString &origen, const QString &destin
             base.Ejecutar("BEGIN");
             QList<TablaImportada> copiadas;
             for (const QString &t : tablas) {
-                copiadas << Copiar(*libros[i], base, archivo, t, res.avisos);
+                jet::TablaAccess tabla = libros[i]->Tabla(t);
+                FuenteFilas fuente{libros[i]->Ruta(), {}, [&tabla](QVector<QVariant> &f) { return tabla.Siguiente(f); }};
+                for (const jet::ColumnaAccess &c : tabla.Columnas())
+                    fuente.columnas << c.nombre;
+                copiadas << CopiarFilas(base.db, archivo, t, fuente, res.avisos);
                 if (progreso)
                     progreso(QStringLiteral("%1 %2: %3 filas").arg(archivo, t).arg(copiadas.last().leidas));
             }

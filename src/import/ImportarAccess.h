@@ -10,7 +10,11 @@
 #include <QPair>
 #include <QString>
 #include <QStringList>
+#include <QVariant>
+#include <QVector>
 #include <functional>
+
+struct sqlite3;
 
 namespace importar {
 
@@ -33,6 +37,14 @@ struct ResultadoImportacion {
     demo::ResumenDemo resumen; // companies, periods and invoices of the new books
 };
 
+// Rows to copy into a table: where they come from (for the messages), the names of their
+// columns and the function that gives the next row (false at the end).
+struct FuenteFilas {
+    QString archivo;
+    QStringList columnas;
+    std::function<bool(QVector<QVariant> &fila)> siguiente;
+};
+
 // Called with a line for each table copied ("kestrel.mdb IVC: 400 filas").
 using Progreso = std::function<void(const QString &linea)>;
 
@@ -52,6 +64,12 @@ using Progreso = std::function<void(const QString &linea)>;
 // Throws oDB::ErrorBD with a message naming the file, table or row at fault.
 ResultadoImportacion ImportarAccess(const QString &origen, const QString &destino,
                                     const Progreso &progreso = {}, bool ajustesEnDestino = false);
+
+// Copies the rows of origen into the table of the book open in db, inside the caller's
+// transaction, matching the columns as ImportarAccess does; the rows copied (filas is left 0:
+// the caller counts them once committed). Throws oDB::ErrorBD naming the row at fault.
+TablaImportada CopiarFilas(sqlite3 *db, const QString &archivo, const QString &tabla, const FuenteFilas &origen,
+                           QStringList &avisos);
 
 // The companies, periods and invoice counts of the books in carpeta (carpeta ends in "/"),
 // as the demo reports them; the company and period proposed are the latest period of the book.
