@@ -322,20 +322,30 @@ ResultadoImportacion ImportarAccess(const QString &origen, const QString &destin
     esquema::CrearBases(nueva);
 
     try {
+        // The tables of each new book, all looked for in the Access files before any is copied.
+        std::vector<QStringList> tablasDe;
         for (size_t i = 0; i < libros.size(); ++i) {
             const QString archivo = kArchivos[int(i)];
             Base base(nueva + archivo);
-            const QStringList tablas = TablasDe(base);
+            tablasDe.push_back(TablasDe(base));
             if (!libros[i])
                 continue;
             const QStringList enAccess = libros[i]->Tablas();
-            for (const QString &t : tablas)
+            for (const QString &t : tablasDe.back())
                 if (!enAccess.contains(t, Qt::CaseInsensitive))
-                    Fallar(QStringLiteral("El archivo '%1' no tiene la tabla %2.").arg(libros[i]->Ruta(), t));
+                    Fallar(QStringLiteral("El archivo '%1' (%2) no tiene la tabla %3; sus tablas son: %4.")
+                               .arg(libros[i]->Ruta(), libros[i]->Version(), t,
+                                    enAccess.isEmpty() ? QStringLiteral("ninguna") : enAccess.join(QStringLiteral(", "))));
             for (const QString &t : enAccess)
-                if (!tablas.contains(t, Qt::CaseInsensitive))
+                if (!tablasDe.back().contains(t, Qt::CaseInsensitive))
                     res.avisos << QStringLiteral("%1: no se importa la tabla %2, que el programa no usa.").arg(archivo, t);
-
+        }
+        for (size_t i = 0; i < libros.size(); ++i) {
+            if (!libros[i])
+                continue;
+            const QString archivo = kArchivos[int(i)];
+            const QStringList &tablas = tablasDe[i];
+            Base base(nueva + archivo);
             base.Ejecutar("BEGIN");
             QList<TablaImportada> copiadas;
             for (const QString &t : tablas) {
