@@ -114,6 +114,8 @@ private slots:
     void filasComoEnAccess_data();
     void filasComoEnAccess();
     void jet3();
+    void columnasYValores_data();
+    void columnasYValores();
     void fallaSinDejarNada_data();
     void fallaSinDejarNada();
 };
@@ -194,6 +196,57 @@ void TstImportarAccess::jet3()
         {u"a"_qs, u"b"_qs, 0LL, 0LL, 0LL, 0.0, fecha(1981, 12, 12), 0.0, 0LL},
         {u"abcdefg"_qs, u"hijklmnop"_qs, 2LL, 222LL, 333333333LL, 444.555, fecha(1974, 9, 21), 3.5, 1LL}};
     QCOMPARE(filas, esperadas);
+}
+
+// The copy's rules on columns and values, from rows given directly (no Access file holds these).
+void TstImportarAccess::columnasYValores_data()
+{
+    QTest::addColumn<QStringList>("columnas");
+    QTest::addColumn<QVariantList>("valores");
+    QTest::addColumn<QString>("resultado"); // the row as stored, or the error
+    const QVariant hora = QDateTime(QDate(2005, 3, 15), QTime(23, 59, 59), QTimeZone::utc());
+    QTest::newRow("columna desconocida") << QStringList{"prvsnrcuit", "PRVSFAX", "PRVFALTA"}
+                                         << QVariantList{u"30-1"_qs, u"555"_qs, hora} << "30-1||2005-03-15|1|PRVSFAX";
+    QTest::newRow("fecha en texto") << QStringList{"PRVSNRCUIT", "PRVFALTA"} << QVariantList{u"30-1"_qs, u"15/03/2005"_qs}
+                                    << "30-1||2005-03-15|0|";
+    QTest::newRow("cuit como número") << QStringList{"PRVSNRCUIT", "PRVSNOMBRE"} << QVariantList{30123LL, QVariant()}
+                                      << "30123|||0|";
+    QTest::newRow("falta la clave") << QStringList{"PRVSNOMBRE"} << QVariantList{u"Uno"_qs} << "no tiene la columna PRVSNRCUIT";
+    QTest::newRow("fecha ilegible") << QStringList{"PRVSNRCUIT", "PRVFALTA"} << QVariantList{u"30-1"_qs, u"ayer"_qs}
+                                    << "fila 1: 'ayer' no es una fecha";
+}
+
+void TstImportarAccess::columnasYValores()
+{
+    QFETCH(QStringList, columnas);
+    QFETCH(QVariantList, valores);
+    QFETCH(QString, resultado);
+    QTemporaryDir tmp;
+    const QString ruta = tmp.filePath(QStringLiteral("kestrel.mdb"));
+    esquema::CrearArchivo(ruta, esquema::SentenciasKestrel());
+    sqlite3 *db = oDB::clManejo::Abrir(ruta, false);
+    bool dada = false;
+    importar::FuenteFilas fuente{ruta, columnas, [&](QVector<QVariant> &f) {
+                                     f = QVector<QVariant>(valores.begin(), valores.end());
+                                     return !std::exchange(dada, true);
+                                 }};
+    QStringList avisos;
+    QString visto;
+    try {
+        const auto r = importar::CopiarFilas(db, QStringLiteral("kestrel.mdb"), QStringLiteral("PRV"), fuente, avisos);
+        sqlite3_stmt *st = nullptr;
+        sqlite3_prepare_v2(db, "select PRVSNRCUIT, PRVSNOMBRE, PRVFALTA from PRV", -1, &st, nullptr);
+        sqlite3_step(st);
+        for (int i = 0; i < 3; ++i)
+            visto += QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(st, i))) + u'|';
+        sqlite3_finalize(st);
+        visto += QString::number(r.filasConHora) + u'|' + r.omitidas.join(u',');
+        QCOMPARE(avisos.size(), int(r.omitidas.size()));
+    } catch (const oDB::ErrorBD &e) {
+        visto = e.descripcion;
+    }
+    sqlite3_close(db);
+    QVERIFY2(visto.contains(resultado), qPrintable(visto));
 }
 
 void TstImportarAccess::fallaSinDejarNada_data()
