@@ -233,7 +233,7 @@ void ApuntarAjustes(const Ajustes &ajustes, const QString &carpeta)
     QString c = QDir(carpeta).absolutePath();
     if (!c.endsWith(u'/'))
         c += u'/';
-    for (const char *clave : {"FACTURACION", "KESTRELRAS", "PERSONAL", "SYSTABLAS"})
+    for (const char *clave : {"FACTURACION", "KESTRELRAS", "PERSONAL"})
         ajustes.Guardar(QStringLiteral("FACTURACION"), QStringLiteral("BASES"), QString::fromLatin1(clave), c);
 }
 
@@ -376,6 +376,7 @@ ResultadoImportacion ImportarAccess(const QString &origen, const QString &destin
     if (ajustesEnDestino) {
         const Ajustes a(tmp.path());
         ApuntarAjustes(a, res.destino);
+        a.Guardar(QStringLiteral("FACTURACION"), QStringLiteral("BASES"), QStringLiteral("SYSTABLAS"), res.destino + u'/');
         if (!res.resumen.propuesto.cuit.isEmpty()) {
             a.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("USRSNROCUIT"), res.resumen.propuesto.cuit);
             a.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("IVCFPERIOD"), res.resumen.propuesto.periodo);

@@ -76,7 +76,7 @@ TablaImportada CopiarFilas(sqlite3 *db, const QString &archivo, const QString &t
 demo::ResumenDemo ResumenLibro(const QString &carpeta);
 
 // Points the settings store at the books in carpeta: the three book locations of section
-// BASES of FACTURACION.
+// BASES of FACTURACION (FACTURACION, KESTRELRAS and PERSONAL), each ending in "/".
 void ApuntarAjustes(const Ajustes &ajustes, const QString &carpeta);
 
 } // namespace importar
