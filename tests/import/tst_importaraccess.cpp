@@ -21,14 +21,12 @@ namespace {
 
 const QString kFixturas = QStringLiteral(IVC_FIXTURAS "/access/");
 
-QJsonObject Json(const QByteArray &texto) { return QJsonDocument::fromJson(texto).object(); }
-
 QList<QJsonObject> Filas(const QString &jsonl)
 {
     QList<QJsonObject> out;
     for (const QByteArray &linea : Leer(jsonl).split('\n'))
         if (!linea.isEmpty())
-            out << Json(linea);
+            out << QJsonDocument::fromJson(linea).object();
     return out;
 }
 
@@ -74,23 +72,16 @@ QStringList Diferencias(const QString &libro, const QJsonObject &tabla, const QL
             const QJsonValue v = e[col];
             const int t = sqlite3_column_type(st, i);
             const QString texto = QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(st, i)));
-            bool igual;
-            if (v.isNull()) {
-                igual = t == SQLITE_NULL;
-            } else if (tipo == u"DATETIME") {
-                // The day is kept; a time is dropped.
-                igual = t == SQLITE_TEXT && texto == v.toString().left(10);
-                hora = hora || v.toString().size() > 10;
-            } else if (tipo == u"TEXT" || tipo == u"MEMO") {
-                igual = t == SQLITE_TEXT && texto == v.toString();
-            } else if (tipo == u"CURRENCY") {
-                igual = t == SQLITE_FLOAT &&
-                        QString::number(sqlite3_column_double(st, i), 'f', 4) == QString::number(v.toDouble(), 'f', 4);
-            } else if (tipo == u"DOUBLE") {
-                igual = t == SQLITE_FLOAT && sqlite3_column_double(st, i) == v.toDouble();
-            } else {
-                igual = t == SQLITE_INTEGER && sqlite3_column_int64(st, i) == v.toInteger();
-            }
+            // A date keeps its day (a time is dropped); currency compares at its four decimals.
+            const bool igual =
+                v.isNull() ? t == SQLITE_NULL
+                : tipo == u"DATETIME" ? t == SQLITE_TEXT && texto == v.toString().left(10)
+                : tipo == u"TEXT" || tipo == u"MEMO" ? t == SQLITE_TEXT && texto == v.toString()
+                : tipo == u"CURRENCY" ? t == SQLITE_FLOAT && QString::number(sqlite3_column_double(st, i), 'f', 4) ==
+                                                                 QString::number(v.toDouble(), 'f', 4)
+                : tipo == u"DOUBLE" ? t == SQLITE_FLOAT && sqlite3_column_double(st, i) == v.toDouble()
+                                    : t == SQLITE_INTEGER && sqlite3_column_int64(st, i) == v.toInteger();
+            hora = hora || (tipo == u"DATETIME" && v.toString().size() > 10);
             if (!igual)
                 dif << QStringLiteral("%1 fila %2 %3: '%4' (tipo %5), se esperaba %6")
                            .arg(nombre).arg(fila).arg(col, texto).arg(t)
@@ -139,7 +130,7 @@ void TstImportarAccess::filasComoEnAccess()
     QVERIFY(r.avisos.isEmpty());
     int n = 0;
     for (const QString &libro : {QStringLiteral("personal"), QStringLiteral("kestrel"), QStringLiteral("proveedores")}) {
-        const QJsonObject esquema = Json(Leer(kFixturas + QStringLiteral("expected/%1/schema.json").arg(libro)));
+        const QJsonObject esquema = QJsonDocument::fromJson(Leer(kFixturas + QStringLiteral("expected/%1/schema.json").arg(libro))).object();
         for (const QJsonValue &t : esquema[u"tables"].toArray()) {
             const QString nombre = t[u"name"].toString();
             long conHora = 0;
