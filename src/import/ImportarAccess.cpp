@@ -350,7 +350,15 @@ ResultadoImportacion ImportarAccess(const QString &origen, const QString &destin
             QList<TablaImportada> copiadas;
             for (const QString &t : tablas) {
                 jet::TablaAccess tabla = libros[i]->Tabla(t);
-                FuenteFilas fuente{libros[i]->Ruta(), {}, [&tabla](QVector<QVariant> &f) { return tabla.Siguiente(f); }};
+                // A long table says how far it has gone every 100,000 rows.
+                long leidas = 0;
+                FuenteFilas fuente{libros[i]->Ruta(), {}, [&](QVector<QVariant> &f) {
+                                       if (!tabla.Siguiente(f))
+                                           return false;
+                                       if (progreso && ++leidas % 100000 == 0)
+                                           progreso(QStringLiteral("%1 %2: %3 filas...").arg(archivo, t).arg(leidas));
+                                       return true;
+                                   }};
                 for (const jet::ColumnaAccess &c : tabla.Columnas())
                     fuente.columnas << c.nombre;
                 copiadas << CopiarFilas(base.db, archivo, t, fuente, res.avisos);
