@@ -30,3 +30,5 @@ int ComandoExportar(const QStringList &args);
 int ComandoImprimir(const QStringList &args);
 // ivacompras verificar --datos DIR --cuit CUIT --periodo MM/AAAA [--formato texto|csv]
 int ComandoVerificar(const QStringList &args);
+// ivacompras importar-access ORIGEN DESTINO
+int ComandoImportarAccess(const QStringList &args);

@@ -59,6 +59,10 @@ int main(int argc, char **argv)
         QCoreApplication app(argc, argv);
         return ComandoVerificar(args.mid(1));
     }
+    if (comando == QLatin1String("importar-access")) {
+        QCoreApplication app(argc, argv);
+        return ComandoImportarAccess(args.mid(1));
+    }
     if (args.isEmpty())
         return EjecutarPrograma(argc, argv, QString());
     if (args.size() == 2 && comando == QLatin1String("--ajustes"))
@@ -71,6 +75,7 @@ int main(int argc, char **argv)
                  "     ivacompras imprimir --datos DIR --cuit CUIT --periodo MM/AAAA (--pdf RUTA | --texto RUTA)"
                  " [--fuente N] [--lineas N]\n"
                  "     ivacompras cuenta --datos DIR --cuit CUIT [--proveedor CUIT]\n"
-                 "     ivacompras verificar --datos DIR --cuit CUIT --periodo MM/AAAA [--formato texto|csv]\n");
+                 "     ivacompras verificar --datos DIR --cuit CUIT --periodo MM/AAAA [--formato texto|csv]\n"
+                 "     ivacompras importar-access ORIGEN DESTINO\n");
     return 2;
 }

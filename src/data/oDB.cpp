@@ -1,5 +1,6 @@
 #include "data/oDB.h"
 
+#include "data/ArchivoAccess.h"
 #include "data/Convenciones.h"
 
 #include <QFileInfo>
@@ -155,6 +156,9 @@ QString clManejo::ArchivoDeCadena(const QString &cadena)
 
 sqlite3 *clManejo::Abrir(const QString &archivo, bool crear)
 {
+    // A book of the old program is an Access file: say so, and how to convert it.
+    if (const QString access = archivoaccess::MensajeArchivoAccess(archivo); !access.isEmpty())
+        throw ErrorBD{access, 3343};
     sqlite3 *db = nullptr;
     const int flags = SQLITE_OPEN_READWRITE | (crear ? SQLITE_OPEN_CREATE : 0);
     const int rc = sqlite3_open_v2(archivo.toUtf8().constData(), &db, flags, nullptr);

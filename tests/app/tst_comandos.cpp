@@ -40,9 +40,10 @@ private slots:
         const QStringList exportar{"exportar", "--cuit", kEmpresa, "--periodo", "11/2026", "--archivo", "SALIDA/x.xls"};
         const QStringList imprimir{"imprimir", "--cuit", kEmpresa, "--periodo", "11/2026", "--texto", "SALIDA/l.txt"};
         const QString noLibro = QStringLiteral("no es una base de datos de este programa");
-        for (const char *clase : {"azar", "access"})
-            QTest::newRow(qPrintable(QStringLiteral("cuenta, proveedores.mdb %1").arg(clase)))
-                << cuenta << "proveedores.mdb" << clase << 1 << "DATOS/proveedores.mdb' como libro de IVA Compras: " + noLibro;
+        QTest::newRow("cuenta, proveedores.mdb of random bytes")
+            << cuenta << "proveedores.mdb" << "azar" << 1 << "DATOS/proveedores.mdb' como libro de IVA Compras: " + noLibro;
+        QTest::newRow("cuenta, proveedores.mdb of Access") << cuenta << "proveedores.mdb" << "access" << 1
+                                                            << "ivacompras importar-access DATOS DATOS-convertido";
         QTest::newRow("cuenta, proveedores.mdb empty") << cuenta << "proveedores.mdb" << "vacio" << 1
                                                         << "'DATOS/proveedores.mdb' no es un libro de IVA Compras completo: le falta la tabla IMPUTACIONES.";
         QTest::newRow("cuenta, proveedores.mdb without its table") << cuenta << "proveedores.mdb" << "sin-tabla" << 1

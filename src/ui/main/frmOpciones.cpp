@@ -6,6 +6,7 @@
 #include "ui/common/ClCntrl.h"
 #include "ui/common/Principal.h"
 #include "ui/common/Teclas.h"
+#include "ui/main/ImportarAccessVentana.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -104,13 +105,22 @@ void frmOpciones::Form_Load()
     ctlIDUSR_->sLinkCBoBox(cboIDUSR);
     ctlYear_ = new ClCntrl(this);
     ctlYear_->sLinkText(TxtYear);
-    try {
-        s_.Conectar();
-    } catch (const oDB::ErrorBD &e) {
-        if (s_.mensajes)
-            MostrarError(*s_.mensajes, e.descripcion, e.numero,
-                         QStringLiteral(" - seccion [frmOpciones.Form_Load]"));
-        return;
+    for (bool convertido = false;;) {
+        try {
+            s_.Conectar();
+            break;
+        } catch (const oDB::ErrorBD &e) {
+            // Books of the old program are offered for conversion, and opened once converted.
+            const RespuestaAccess r = convertido ? RespuestaAccess::NoEsAccess : OfrecerImportarAccess(s_, this);
+            if (r == RespuestaAccess::Convertido) {
+                convertido = true;
+                continue;
+            }
+            if (r == RespuestaAccess::NoEsAccess && s_.mensajes)
+                MostrarError(*s_.mensajes, e.descripcion, e.numero,
+                             QStringLiteral(" - seccion [frmOpciones.Form_Load]"));
+            return;
+        }
     }
     lf_LeerDatos();
 }
