@@ -1,6 +1,7 @@
 #include "data/oDB.h"
 
 #include "data/Convenciones.h"
+#include "data/Intercalacion.h"
 
 #include <QFileInfo>
 #include <sqlite3.h>
@@ -172,6 +173,7 @@ sqlite3 *clManejo::Abrir(const QString &archivo, bool crear)
     sqlite3_exec(db, "PRAGMA synchronous=FULL", nullptr, nullptr, nullptr);
     sqlite3_exec(db, "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr);
     RegistrarFunciones(db);
+    PrepararIntercalacion(db);
     return db;
 }
 
