@@ -16,6 +16,17 @@ GrillaFlex::GrillaFlex(QWidget *parent) : QTableWidget(parent)
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(false);
+    // The columns always fill the width (AjustarAnchos); the vertical bar is always there, so
+    // the width it leaves does not change with the number of rows, and its thumb stands out
+    // from its track.
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    verticalScrollBar()->setStyleSheet(QStringLiteral(
+        "QScrollBar:vertical { background: #dcdcdc; width: 16px; margin: 0; border-left: 1px solid #a8a8a8; }"
+        "QScrollBar::handle:vertical { background: #5f7890; min-height: 32px; margin: 2px; border-radius: 4px; }"
+        "QScrollBar::handle:vertical:hover { background: #3f5870; }"
+        "QScrollBar::add-line:vertical, QScrollBar::sub-line:vertical { height: 0; }"
+        "QScrollBar::add-page:vertical, QScrollBar::sub-page:vertical { background: none; }"));
 }
 
 void GrillaFlex::setRows(int filas) { setRowCount(std::max(filas, 1) - 1); }
@@ -60,6 +71,7 @@ void GrillaFlex::setTextMatrix(int fila, int col, const QString &texto)
     }
     auto *it = new QTableWidgetItem(texto);
     it->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+    it->setToolTip(texto);
     it->setTextAlignment(alineaciones_.value(col, Qt::AlignCenter));
     setItem(fila - 1, col, it);
 }
@@ -97,22 +109,44 @@ void GrillaFlex::PegarClip(int fila, const QString &clip)
 
 void GrillaFlex::AjustarAnchos()
 {
-    // Every row counts, not only those in view, so that no text of the period is cut.
-    const QFontMetrics fm(font());
-    const int margen = 2 * style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 8;
-    int total = 0;
+    repartir_ = true;
+    Repartir();
+}
+
+void GrillaFlex::Repartir()
+{
+    int twips = 0;
+    int ultima = -1;
     for (int c = 0; c < Cols(); ++c) {
+        if (!isColumnHidden(c)) {
+            twips += std::max(15, anchosTwips_.value(c));
+            ultima = c;
+        }
+    }
+    if (ultima < 0)
+        return;
+    const int marco = 2 * frameWidth();
+    const int barra = verticalScrollBar()->sizeHint().width();
+    const int diseno = qRound(twips / 15.0);
+    setMinimumWidth(diseno + barra + marco);
+    const int disponible = std::max(diseno, width() - marco - barra);
+    int usado = 0;
+    for (int c = 0; c < ultima; ++c) {
         if (isColumnHidden(c))
             continue;
-        int ancho = std::max(qRound(anchosTwips_.value(c) / 15.0), horizontalHeader()->sectionSizeHint(c));
-        for (int r = 0; r < rowCount(); ++r)
-            if (const QTableWidgetItem *it = item(r, c))
-                ancho = std::max(ancho, fm.horizontalAdvance(it->text()) + margen);
+        const int ancho = qRound(std::max(15, anchosTwips_.value(c)) * double(disponible) / twips);
         setColumnWidth(c, ancho);
-        total += ancho;
+        usado += ancho;
     }
-    // The window keeps room for every column next to the vertical scroll bar.
-    setMinimumWidth(total + verticalScrollBar()->sizeHint().width() + 2 * frameWidth());
+    // The last visible column takes what the rounding left, so the columns reach the edge.
+    setColumnWidth(ultima, disponible - usado);
+}
+
+void GrillaFlex::resizeEvent(QResizeEvent *e)
+{
+    QTableWidget::resizeEvent(e);
+    if (repartir_)
+        Repartir();
 }
 
 void GrillaFlex::SeleccionarFila(int fila)

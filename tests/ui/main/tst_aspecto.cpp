@@ -97,6 +97,30 @@ private slots:
                                       "modificar TxtFecha resaltado", "modificar TxtFecha resaltado"}));
     }
 
+    // The list's columns fill the window in the proportions of their design widths, with or
+    // without invoices, and follow it when it grows.
+    void grillaLlenaLaVentana()
+    {
+        frmMAIN w(libro->S());
+        ArrancarYMostrar(w);
+        for (const QString &periodo : {QStringLiteral("ENERO"), QStringLiteral("NOVIEMBRE")}) {
+            AlAbrirse<frmOpciones>([&](frmOpciones &f) {
+                f.cboMES->setCurrentText(periodo);
+                QTest::keyClick(f.cboMES, Qt::Key_F11);
+            });
+            QTest::keyClick(w.Grd, Qt::Key_F6);
+            for (const int ancho : {1000, 1500}) {
+                w.resize(ancho, 700);
+                QTRY_COMPARE(w.width(), ancho);
+                int total = 0;
+                for (int c = 0; c < w.Grd->columnCount(); ++c)
+                    total += w.Grd->isColumnHidden(c) ? 0 : w.Grd->columnWidth(c);
+                QCOMPARE(total, w.Grd->viewport()->width());
+                QVERIFY(qAbs(w.Grd->columnWidth(4) / double(w.Grd->columnWidth(0)) - 1630.0 / 765) < 0.02);
+            }
+        }
+    }
+
     void nombresEnOrdenEspanol()
     {
         int cuit = 0;
