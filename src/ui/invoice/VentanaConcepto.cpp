@@ -304,9 +304,14 @@ QList<QComboBox *> VentanaConcepto::CombosEnlazados() const { return {cboProv, c
 
 void VentanaConcepto::MostrarTeclas(const QString &propias)
 {
-    lbTeclas->setText(QStringLiteral("Gravado [Enter] agrega el importe - IVA % o Ing B % [Enter] calcula desde el "
-                                     "gravado elegido - Valor [Enter] agrega la línea - [Supr] en una lista elimina - ") +
-                      propias);
+    // As the main window writes them: the action, then its key by the name on the keyboard.
+    // An action and its key never part at the end of a line: only the " - " between them may.
+    QStringList teclas = {QStringLiteral("Agregar gravado [Enter]"), QStringLiteral("Calcular desde el gravado [Enter]"),
+                          QStringLiteral("Agregar línea (en Valor) [Enter]"),
+                          QStringLiteral("Eliminar línea de una lista [Delete]")};
+    teclas << propias.split(QStringLiteral(" - "));
+    teclas.replaceInStrings(QStringLiteral(" "), QStringLiteral("\u00A0"));
+    lbTeclas->setText(teclas.join(QStringLiteral(" - ")));
 }
 
 void VentanaConcepto::TerminarArmado(const QList<QWidget *> &extra)
