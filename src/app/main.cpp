@@ -11,6 +11,10 @@ int main(int argc, char **argv)
     for (int i = 1; i < argc; ++i)
         args << QString::fromLocal8Bit(argv[i]);
     const QString comando = args.value(0);
+    if (comando == QLatin1String("--version")) {
+        std::printf("ivacompras %s\n", IVC_VERSION);
+        return 0;
+    }
     if (comando == QLatin1String("demo")) {
         QCoreApplication app(argc, argv);
         return ComandoDemo(args.mid(1));
@@ -35,6 +39,7 @@ int main(int argc, char **argv)
         return EjecutarPrograma(argc, argv, args[1]);
     std::fprintf(stderr,
                  "uso: ivacompras [--ajustes DIR]\n"
+                 "     ivacompras --version\n"
                  "     ivacompras crear-bases DIR\n"
                  "     ivacompras demo DIR\n"
                  "     ivacompras exportar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo RUTA.xls\n"
