@@ -27,9 +27,8 @@ set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_VENDOR "IVA Compras")
 set(CPACK_PACKAGE_CONTACT "IVA Compras <ivacompras@localhost>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Libro IVA Compras de pequeñas empresas de la Argentina")
-set(CPACK_PACKAGE_DESCRIPTION
-    "Lleva el Libro IVA Compras por empresa y período: facturas de compra con IVA por alícuota, "
-    "percepciones de Ingresos Brutos, proveedores, libro impreso, planilla y archivos para AFIP.")
+set(CPACK_PACKAGE_DESCRIPTION "Lleva el Libro IVA Compras por empresa y período: facturas de compra con IVA \
+por alícuota, percepciones de Ingresos Brutos, proveedores, libro impreso, planilla y archivos para AFIP.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)

@@ -7,6 +7,7 @@
 #include "ui/main/frmMAIN.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>
@@ -24,9 +25,10 @@ int EjecutarPrograma(int &argc, char **argv, const QString &dirAjustes)
     QApplication::setApplicationName(QStringLiteral("IVA Compras"));
     // The desktop's entry and icon: the installed icon, or the one beside an uninstalled build.
     QGuiApplication::setDesktopFileName(QStringLiteral("ivacompras"));
-    QApplication::setWindowIcon(QIcon::fromTheme(
-        QStringLiteral("ivacompras"),
-        QIcon(QCoreApplication::applicationDirPath() + QStringLiteral("/../share/icons/hicolor/scalable/apps/ivacompras.svg"))));
+    const QString icono =
+        QCoreApplication::applicationDirPath() + QStringLiteral("/../share/icons/hicolor/scalable/apps/ivacompras.svg");
+    QApplication::setWindowIcon(
+        QIcon::fromTheme(QStringLiteral("ivacompras"), QFile::exists(icono) ? QIcon(icono) : QIcon()));
     // Qt's own texts (the save dialog, context menus) in Spanish, whatever the machine's
     // language, when the translations are installed.
     QTranslator traduccion;

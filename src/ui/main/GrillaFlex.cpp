@@ -16,10 +16,10 @@ GrillaFlex::GrillaFlex(QWidget *parent) : QTableWidget(parent)
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(false);
-    // The columns always fill the width (AjustarAnchos); the vertical bar is always there, so
+    // The columns fill the width (AjustarAnchos); the vertical bar is always there, so
     // the width it leaves does not change with the number of rows, and its thumb stands out
     // from its track.
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     verticalScrollBar()->setStyleSheet(QStringLiteral(
         "QScrollBar:vertical { background: #dcdcdc; width: 16px; margin: 0; border-left: 1px solid #a8a8a8; }"
@@ -109,37 +109,75 @@ void GrillaFlex::PegarClip(int fila, const QString &clip)
 
 void GrillaFlex::AjustarAnchos()
 {
+    // What each visible column needs so that no text of the period is cut: its heading and
+    // every row, not only those in view.
+    const QFontMetrics fm(font());
+    const int margen = 2 * style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 8;
+    necesarios_.fill(0, Cols());
+    for (int c = 0; c < Cols(); ++c) {
+        if (isColumnHidden(c))
+            continue;
+        int ancho = horizontalHeader()->sectionSizeHint(c);
+        for (int r = 0; r < rowCount(); ++r)
+            if (const QTableWidgetItem *it = item(r, c))
+                ancho = std::max(ancho, fm.horizontalAdvance(it->text()) + margen);
+        necesarios_[c] = ancho;
+    }
     repartir_ = true;
     Repartir();
 }
 
 void GrillaFlex::Repartir()
 {
-    int twips = 0;
-    int ultima = -1;
+    QVector<int> visibles;
+    int twipsDiseno = 0;
     for (int c = 0; c < Cols(); ++c) {
         if (!isColumnHidden(c)) {
-            twips += std::max(15, anchosTwips_.value(c));
-            ultima = c;
+            visibles << c;
+            twipsDiseno += std::max(15, anchosTwips_.value(c));
         }
     }
-    if (ultima < 0)
+    if (visibles.isEmpty())
         return;
     const int marco = 2 * frameWidth();
     const int barra = verticalScrollBar()->sizeHint().width();
-    const int diseno = qRound(twips / 15.0);
-    setMinimumWidth(diseno + barra + marco);
-    const int disponible = std::max(diseno, width() - marco - barra);
-    int usado = 0;
-    for (int c = 0; c < ultima; ++c) {
-        if (isColumnHidden(c))
-            continue;
-        const int ancho = qRound(std::max(15, anchosTwips_.value(c)) * double(disponible) / twips);
-        setColumnWidth(c, ancho);
-        usado += ancho;
+    setMinimumWidth(qRound(twipsDiseno / 15.0) + barra + marco);
+    const int disponible = width() - marco - barra;
+
+    // The width is shared in the proportions of the design widths; a column whose share would
+    // cut its text keeps what it needs, and the others share the rest.
+    QVector<bool> fija(Cols(), false);
+    QVector<int> ancho(Cols(), 0);
+    for (bool cambio = true; cambio;) {
+        cambio = false;
+        int resto = disponible;
+        int twips = 0;
+        for (int c : visibles) {
+            if (fija[c])
+                resto -= necesarios_.value(c);
+            else
+                twips += std::max(15, anchosTwips_.value(c));
+        }
+        for (int c : visibles) {
+            if (fija[c]) {
+                ancho[c] = necesarios_.value(c);
+                continue;
+            }
+            ancho[c] = twips > 0 ? int(std::max(15, anchosTwips_.value(c)) * double(std::max(resto, 0)) / twips) : 0;
+            if (ancho[c] < necesarios_.value(c)) {
+                fija[c] = true;
+                cambio = true;
+            }
+        }
     }
-    // The last visible column takes what the rounding left, so the columns reach the edge.
-    setColumnWidth(ultima, disponible - usado);
+    int usado = 0;
+    for (int c : visibles)
+        usado += ancho[c];
+    // What the rounding left goes to the last column, so the columns reach the edge.
+    if (usado < disponible)
+        ancho[visibles.last()] += disponible - usado;
+    for (int c : visibles)
+        setColumnWidth(c, ancho[c]);
 }
 
 void GrillaFlex::resizeEvent(QResizeEvent *e)

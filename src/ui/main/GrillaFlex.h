@@ -38,9 +38,10 @@ public:
     // fila on; fields beyond the last column and rows beyond the last row are dropped.
     void PegarClip(int fila, const QString &clip);
     // From now on the visible columns fill the grid's width in the proportions of their design
-    // widths, whatever they hold, and follow the grid when it is resized; the grid is never
-    // narrower than the design widths themselves. A text longer than its column is cut with
-    // "..." and shown whole as the cell's tooltip.
+    // widths and follow the grid when it is resized; a column whose share would cut its
+    // heading or a text of its rows keeps the width they need, and the others share the rest.
+    // The grid is never narrower than the design widths themselves; when the texts need more
+    // than the grid has, a horizontal bar appears. Every cell's text is also its tooltip.
     void AjustarAnchos();
 
     // Selects the whole row (column 0 to the last column).
@@ -54,6 +55,7 @@ protected:
 private:
     void Repartir();
     bool repartir_ = false;
+    QVector<int> necesarios_;
     QVector<int> anchosTwips_;
     QVector<Qt::Alignment> alineaciones_;
 };
