@@ -42,7 +42,7 @@ QStringList Nombres(const QComboBox *c)
 
 } // namespace
 
-class TstAspecto : public QObject
+class TstApariencia : public QObject
 {
     Q_OBJECT
     std::unique_ptr<LibroDePrueba> libro;
@@ -179,5 +179,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TstAspecto)
-#include "tst_aspecto.moc"
+QTEST_MAIN(TstApariencia)
+#include "tst_apariencia.moc"
