@@ -4,7 +4,8 @@
 set -euo pipefail
 pkgs=(build-essential cmake pkg-config qt6-base-dev qt6-base-dev-tools
       libsqlite3-dev libgl1-mesa-dev fonts-liberation fonts-dejavu-core
-      qt6-translations-l10n mdbtools-dev libzip-dev libxcb1-dev faketime)
+      qt6-translations-l10n mdbtools-dev libzip-dev libxcb1-dev faketime poppler-utils
+      libqt6svg6 dpkg-dev)
 missing=()
 for p in "${pkgs[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -7,6 +7,8 @@
 #include "ui/main/frmMAIN.h"
 
 #include <QApplication>
+#include <QFile>
+#include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
@@ -23,6 +25,12 @@ int EjecutarPrograma(int &argc, char **argv, const QString &dirAjustes)
     }
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("IVA Compras"));
+    // The desktop's entry and icon: the installed icon, or the one beside an uninstalled build.
+    QGuiApplication::setDesktopFileName(QStringLiteral("ivacompras"));
+    const QString icono =
+        QCoreApplication::applicationDirPath() + QStringLiteral("/../share/icons/hicolor/scalable/apps/ivacompras.svg");
+    QApplication::setWindowIcon(
+        QIcon::fromTheme(QStringLiteral("ivacompras"), QFile::exists(icono) ? QIcon(icono) : QIcon()));
     // Qt's own texts (the save dialog, context menus) in Spanish, whatever the machine's
     // language, when the translations are installed.
     QTranslator traduccion;

@@ -37,6 +37,10 @@ int main(int argc, char **argv)
     const QString comando = args.value(0);
     if (!comando.isEmpty() && comando != QLatin1String("--ajustes"))
         CarpetaDeEjecucion();
+    if (comando == QLatin1String("--version")) {
+        std::printf("ivacompras %s\n", IVC_VERSION);
+        return 0;
+    }
     if (comando == QLatin1String("demo")) {
         QCoreApplication app(argc, argv);
         return ComandoDemo(args.mid(1));
@@ -69,6 +73,7 @@ int main(int argc, char **argv)
         return EjecutarPrograma(argc, argv, args[1]);
     std::fprintf(stderr,
                  "uso: ivacompras [--ajustes DIR]\n"
+                 "     ivacompras --version\n"
                  "     ivacompras crear-bases DIR\n"
                  "     ivacompras demo DIR\n"
                  "     ivacompras exportar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo RUTA.xls\n"

@@ -33,7 +33,7 @@ QStringList SentenciasPersonal()
 {
     return {QStringLiteral("CREATE TABLE USR ("
                            "USRSNRCUIT TEXT COLLATE NOCASE NOT NULL,"
-                           "USRSNOMBRE TEXT COLLATE NOCASE,"
+                           "USRSNOMBRE TEXT COLLATE ESPANOL,"
                            "USRSCONIVA TEXT COLLATE NOCASE,"
                            "USRSDOMICI TEXT COLLATE NOCASE,"
                            "USRSEMAIL TEXT COLLATE NOCASE)"),
@@ -46,7 +46,7 @@ QStringList SentenciasKestrel()
     QStringList s = {
         QStringLiteral("CREATE TABLE PRV ("
                        "PRVSNRCUIT TEXT COLLATE NOCASE NOT NULL,"
-                       "PRVSNOMBRE TEXT COLLATE NOCASE,"
+                       "PRVSNOMBRE TEXT COLLATE ESPANOL,"
                        "PRVSDOMICI TEXT COLLATE NOCASE,"
                        "PRVSTELFON TEXT COLLATE NOCASE,"
                        "PRVSEMAIL TEXT COLLATE NOCASE,"

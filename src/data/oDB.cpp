@@ -2,6 +2,7 @@
 
 #include "data/ArchivoAccess.h"
 #include "data/Convenciones.h"
+#include "data/Intercalacion.h"
 
 #include <QFileInfo>
 #include <sqlite3.h>
@@ -191,6 +192,7 @@ sqlite3 *clManejo::Abrir(const QString &archivo, bool crear)
     sqlite3_exec(db, "PRAGMA synchronous=EXTRA", nullptr, nullptr, nullptr);
     sqlite3_exec(db, "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr);
     RegistrarFunciones(db);
+    PrepararIntercalacion(db);
     return db;
 }
 

@@ -6,11 +6,13 @@
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QFontMetricsF>
+#include <QImage>
 #include <QPageLayout>
 #include <QPdfWriter>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QSaveFile>
+#include <algorithm>
 
 namespace {
 
@@ -21,6 +23,40 @@ QPageLayout Pagina()
 {
     return QPageLayout(QPageSize(QPageSize::Legal), QPageLayout::Landscape, QMarginsF(10, 10, 10, 10),
                        QPageLayout::Millimeter);
+}
+
+// The legal landscape page, enlarged in both directions when a line of anchoPuntos points does
+// not fit between its margins, so the sheet keeps the look of the smaller sizes.
+QPageLayout PaginaPara(double anchoPuntos)
+{
+    const QPageLayout legal = Pagina();
+    const QRectF util = legal.paintRect(QPageLayout::Point);
+    if (anchoPuntos <= util.width())
+        return legal;
+    const QSizeF hoja = legal.fullRect(QPageLayout::Point).size();
+    const double k = (anchoPuntos + hoja.width() - util.width()) / hoja.width();
+    const QPageSize tamano(QSizeF(hoja.height() * k, hoja.width() * k), QPageSize::Point,
+                           QStringLiteral("Libro IVA Compras"), QPageSize::ExactMatch);
+    return QPageLayout(tamano, QPageLayout::Landscape, legal.margins(), QPageLayout::Millimeter);
+}
+
+// The width of a text in points on a device (a fixed-pitch line is as wide on paper as in a PDF).
+double AnchoEnPuntos(const QFont &fuente, QPaintDevice &dispositivo, const QString &texto)
+{
+    return QFontMetricsF(fuente, &dispositivo).horizontalAdvance(texto) * 72.0 / dispositivo.logicalDpiX();
+}
+
+// A device of the PDF writer's resolution, to measure before the document exists.
+QPaintDevice &MedidaPdf()
+{
+    static QImage imagen = [] {
+        QImage i(1, 1, QImage::Format_RGB32);
+        const int puntosPorMetro = qRound(1200 / 0.0254);
+        i.setDotsPerMeterX(puntosPorMetro);
+        i.setDotsPerMeterY(puntosPorMetro);
+        return i;
+    }();
+    return imagen;
 }
 
 } // namespace
@@ -42,12 +78,17 @@ ImpresoraQt::~ImpresoraQt()
 
 std::unique_ptr<ImpresoraQt> ImpresoraQt::Predeterminada()
 {
-    std::unique_ptr<ImpresoraQt> imp(new ImpresoraQt);
     QPrinterInfo info = QPrinterInfo::defaultPrinter();
     if (info.isNull() && !QPrinterInfo::availablePrinters().isEmpty())
         info = QPrinterInfo::availablePrinters().constFirst();
-    imp->printer_ = info.isNull() ? std::make_unique<QPrinter>(QPrinter::HighResolution)
-                                  : std::make_unique<QPrinter>(info, QPrinter::HighResolution);
+    return Papel(info.isNull() ? std::make_unique<QPrinter>(QPrinter::HighResolution)
+                               : std::make_unique<QPrinter>(info, QPrinter::HighResolution));
+}
+
+std::unique_ptr<ImpresoraQt> ImpresoraQt::Papel(std::unique_ptr<QPrinter> printer)
+{
+    std::unique_ptr<ImpresoraQt> imp(new ImpresoraQt);
+    imp->printer_ = std::move(printer);
     imp->printer_->setDocName(QStringLiteral("Libro IVA Compras"));
     imp->Preparar(*imp->printer_);
     imp->dispositivo_ = imp->printer_.get();
@@ -98,6 +139,24 @@ void ImpresoraQt::setFontSize(double puntos)
 
 double ImpresoraQt::FontSize() const { return fuente_.pointSizeF(); }
 
+bool ImpresoraQt::HacerLugar(const QString &linea, double puntos)
+{
+    if (puntos <= 0)
+        return false;
+    QFont f = fuente_;
+    f.setPointSizeF(puntos);
+    if (printer_) {
+        const double util = printer_->pageLayout().paintRect(QPageLayout::Point).width();
+        return AnchoEnPuntos(f, *printer_, linea) <= util;
+    }
+    // A PDF page takes its size when the document starts; later lines must fit what it has.
+    const double ancho = AnchoEnPuntos(f, MedidaPdf(), linea) * 1.01;
+    if (painter_.isActive())
+        return ancho <= pdf_->pageLayout().paintRect(QPageLayout::Point).width();
+    anchoNecesario_ = std::max(anchoNecesario_, ancho);
+    return true;
+}
+
 void ImpresoraQt::Empezar()
 {
     if (painter_.isActive())
@@ -110,7 +169,7 @@ void ImpresoraQt::Empezar()
         pdf_ = std::make_unique<QPdfWriter>(archivo_.get());
         pdf_->setCreator(QStringLiteral("IVA Compras"));
         pdf_->setTitle(QStringLiteral("Libro IVA Compras"));
-        Preparar(*pdf_);
+        pdf_->setPageLayout(PaginaPara(anchoNecesario_));
         dispositivo_ = pdf_.get();
     }
     if (!dispositivo_ || !painter_.begin(dispositivo_))
@@ -153,6 +212,7 @@ void ImpresoraQt::EndDoc()
     const bool dibujado = painter_.end();
     if (archivo_) {
         pdf_.reset();
+        anchoNecesario_ = 0;
         dispositivo_ = nullptr;
         const bool guardado = archivo_->commit();
         const QString error = archivo_->errorString();

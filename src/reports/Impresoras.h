@@ -2,7 +2,8 @@
 // The printers of the ledger: paper (the machine's default printer), a PDF file and a Latin-1
 // text file. Paper and PDF draw the same pages through Qt; the page is legal size (8.5 x 14 in)
 // in landscape with 10 mm margins, wide enough for a 152-character line of a fixed-pitch font
-// at 9 points (about 290 mm) and for the header at 10 points.
+// at 9 points (about 290 mm) and for the header at 10 points. A PDF page grows, keeping those
+// proportions, to hold the widest line it was asked to make room for; paper cannot grow.
 
 #include "app/core/Impresora.h"
 
@@ -21,6 +22,8 @@ class ImpresoraQt : public Impresora
 public:
     // The machine's default printer (the first one when none is marked as default).
     static std::unique_ptr<ImpresoraQt> Predeterminada();
+    // A given printer, with the ledger's paper and orientation.
+    static std::unique_ptr<ImpresoraQt> Papel(std::unique_ptr<QPrinter> printer);
     // A PDF file at ruta, written whole at EndDoc (an unfinished document leaves no file).
     static std::unique_ptr<ImpresoraQt> Pdf(const QString &ruta);
     ~ImpresoraQt() override;
@@ -35,6 +38,7 @@ public:
     QString FontName() const override;
     void setFontSize(double puntos) override;
     double FontSize() const override;
+    bool HacerLugar(const QString &linea, double puntos) override;
     void Print(const QString &linea) override;
     void NewPage() override;
     void EndDoc() override;
@@ -56,6 +60,8 @@ private:
     QString ruta_;
     double y_ = 0;
     int hojas_ = 0;
+    // Width in points of the widest line a PDF page must hold.
+    double anchoNecesario_ = 0;
 };
 
 // The pages as text: every printed line followed by CR LF, a form feed between pages, written

@@ -3,6 +3,7 @@
 #include "app/core/Impresora.h"
 #include "app/core/Sesion.h"
 #include "data/Convenciones.h"
+#include "reports/AnchoLibro.h"
 #include "reports/Exportar.h"
 #include "reports/Impresoras.h"
 #include "reports/RegistrosAFIP.h"
@@ -276,8 +277,12 @@ bool ImprimirLibro(Sesion &s, Impresora &imp, double fuente, qint16 lineas)
 {
     try {
         const QString texto = libro::ComponerLibro(s);
+        // No figure is lost at the edge of the sheet.
+        const auto tamano = libro::FuenteParaElPapel(s, imp, texto, libro::Encabezado(s), fuente);
+        if (!tamano)
+            return false;
         try {
-            libro::ImprimirPaginas(imp, texto, libro::Encabezado(s), fuente, lineas);
+            libro::ImprimirPaginas(imp, texto, libro::Encabezado(s), *tamano, lineas);
         } catch (...) {
             // What already went to the printer stays there.
             try {

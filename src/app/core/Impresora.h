@@ -17,6 +17,16 @@ public:
     virtual void setFontSize(double puntos) = 0;
     virtual double FontSize() const = 0;
 
+    // Makes room across the page for a line of this text at this size, before the document
+    // starts: a page that can grow (a PDF file) grows to hold it. True when the line fits; a
+    // printer whose paper is narrower answers false. A printer without a page holds any line.
+    virtual bool HacerLugar(const QString &linea, double puntos)
+    {
+        (void)linea;
+        (void)puntos;
+        return true;
+    }
+
     // Prints one line at the current position in the current font and moves to the next line
     // (an empty text leaves an empty line). A line that does not fit on the sheet any more goes
     // to a new sheet, as the old printer did.

@@ -1,6 +1,7 @@
 #include "ui/common/ClCntrl.h"
 
 #include <QAbstractSpinBox>
+#include <QApplication>
 #include <QColor>
 #include <QComboBox>
 #include <QCoreApplication>
@@ -53,6 +54,61 @@ bool EsEnter(const QKeyEvent *k)
     return k->key() == Qt::Key_Return || k->key() == Qt::Key_Enter;
 }
 
+// The field with the focus always shows it, whichever way the focus came (a window that opens
+// with a field already chosen, a click, a key): an entry field in the colour of its tag, a
+// combo box or a spin box in the plain colour; leaving, each gets its own colours back. One
+// for the whole program, started by the first controller.
+class ResaltadoFoco : public QObject
+{
+public:
+    static void Instalar()
+    {
+        static ResaltadoFoco *r = nullptr;
+        if (!r && qApp) {
+            r = new ResaltadoFoco(qApp);
+            connect(qApp, &QApplication::focusChanged, r, &ResaltadoFoco::Cambio);
+        }
+    }
+
+private:
+    using QObject::QObject;
+    static constexpr const char *kPaleta = "PaletaSinFoco";
+
+    // The control that shows the focus: the combo or spin box around its own editor.
+    static QWidget *Control(QWidget *w)
+    {
+        if (w && (qobject_cast<QComboBox *>(w->parentWidget()) || qobject_cast<QAbstractSpinBox *>(w->parentWidget())))
+            return w->parentWidget();
+        return w;
+    }
+
+    void Cambio(QWidget *antes, QWidget *ahora)
+    {
+        antes = Control(antes);
+        ahora = Control(ahora);
+        if (antes == ahora)
+            return;
+        if (auto *txt = qobject_cast<QLineEdit *>(antes)) {
+            if (!Tag(txt).startsWith(QLatin1String("BB")))
+                PintarFondo(txt, QColor(255, 255, 255));
+        } else if (antes && antes->property(kPaleta).isValid()) {
+            antes->setPalette(antes->property(kPaleta).value<QPalette>());
+            antes->setProperty(kPaleta, QVariant());
+        }
+        if (auto *txt = qobject_cast<QLineEdit *>(ahora)) {
+            if (const auto color = ColorFoco(Tag(txt)))
+                PintarFondo(txt, *color);
+        } else if (qobject_cast<QComboBox *>(ahora) || qobject_cast<QAbstractSpinBox *>(ahora)) {
+            if (!ahora->property(kPaleta).isValid())
+                ahora->setProperty(kPaleta, QVariant::fromValue(ahora->palette()));
+            QPalette p = ahora->palette();
+            p.setColor(QPalette::Button, QColor(192, 255, 192));
+            p.setColor(QPalette::Base, QColor(192, 255, 192));
+            ahora->setPalette(p);
+        }
+    }
+};
+
 } // namespace
 
 QString Tag(const QObject *control)
@@ -68,6 +124,7 @@ void SetTag(QObject *control, const QString &tag)
 
 ClCntrl::ClCntrl(QObject *parent) : QObject(parent)
 {
+    ResaltadoFoco::Instalar();
     // The program keeps the Argentine conventions whatever the machine's locale.
     sepDecimal_ = QLocale(QLocale::Spanish, QLocale::Argentina).decimalPoint();
 }

@@ -1,6 +1,8 @@
 #include "ui/common/MensajesQt.h"
 
 #include <QApplication>
+#include <QGridLayout>
+#include <QSpacerItem>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -76,6 +78,20 @@ QString TextoBoton(QMessageBox::StandardButton b)
     }
 }
 
+// A box is at least as wide as its title needs in the title bar (the window manager's bold
+// font, with room for its icon and buttons), so "IVA Compras" is never cut to "IVA... ras".
+// A box without a title shows the program's name there.
+void AnchoParaTitulo(QMessageBox &box)
+{
+    const QString titulo = box.windowTitle().isEmpty() ? QGuiApplication::applicationDisplayName() : box.windowTitle();
+    QFont negrita = box.font();
+    negrita.setBold(true);
+    const int ancho = QFontMetrics(negrita).horizontalAdvance(titulo) * 6 / 5 + 160;
+    if (auto *grilla = qobject_cast<QGridLayout *>(box.layout()))
+        grilla->addItem(new QSpacerItem(ancho, 0, QSizePolicy::Minimum, QSizePolicy::Fixed), grilla->rowCount(), 0, 1,
+                        grilla->columnCount());
+}
+
 } // namespace
 
 int MensajesQt::MsgBox(const QString &texto, int estilo, const QString &titulo)
@@ -102,6 +118,7 @@ int MensajesQt::MsgBox(const QString &texto, int estilo, const QString &titulo)
     else if (botones.size() == 1)
         box.setEscapeButton(botones.first());
 
+    AnchoParaTitulo(box);
     box.exec();
     QAbstractButton *pulsado = box.clickedButton();
     if (!pulsado)

@@ -17,7 +17,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QAbstractItemView>
 #include <QPushButton>
+#include <QScreen>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 #include <cmath>
@@ -129,6 +131,10 @@ void VentanaConcepto::Armar(const QString &titulo)
     auto *fraFactura = new QGroupBox(QStringLiteral("Factura"), this);
     auto *g = new QGridLayout(fraFactura);
     cboProv = Combo(fraFactura, "cboProv", 260);
+    // The supplier list takes the room its row has, never the room of the fields beside it.
+    cboProv->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    cboProv->setMinimumContentsLength(24);
+    cboProv->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     cboIdProv = Combo(fraFactura, "cboIdProv");
     cboIdProv->setVisible(false);
     cboIdProv->setFocusPolicy(Qt::NoFocus);
@@ -284,8 +290,10 @@ void VentanaConcepto::Armar(const QString &titulo)
         SetTag(t, QStringLiteral("BLOCK"));
 
     // The twin list of CUITs always stands at the supplier picked in cboProv.
-    connect(cboProv, &QComboBox::currentIndexChanged, this,
-            [this](int i) { cboIdProv->setCurrentIndex(i); });
+    connect(cboProv, &QComboBox::currentIndexChanged, this, [this](int i) {
+        cboIdProv->setCurrentIndex(i);
+        cboProv->setToolTip(cboProv->currentText());
+    });
     connect(cmdGuardar, &QPushButton::clicked, this, [this] { cmdGuardar_Click(); });
     connect(cmdCerrar, &QPushButton::clicked, this, [this] { cmdCerrar_Click(); });
 
@@ -296,9 +304,14 @@ QList<QComboBox *> VentanaConcepto::CombosEnlazados() const { return {cboProv, c
 
 void VentanaConcepto::MostrarTeclas(const QString &propias)
 {
-    lbTeclas->setText(QStringLiteral("Gravado [Enter] agrega el importe - IVA % o Ing B % [Enter] calcula desde el "
-                                     "gravado elegido - Valor [Enter] agrega la línea - [Supr] en una lista elimina - ") +
-                      propias);
+    // As the main window writes them: the action, then its key by the name on the keyboard.
+    // An action and its key never part at the end of a line: only the " - " between them may.
+    QStringList teclas = {QStringLiteral("Agregar gravado [Enter]"), QStringLiteral("Calcular desde el gravado [Enter]"),
+                          QStringLiteral("Agregar línea (en Valor) [Enter]"),
+                          QStringLiteral("Eliminar línea de una lista [Delete]")};
+    teclas << propias.split(QStringLiteral(" - "));
+    teclas.replaceInStrings(QStringLiteral(" "), QStringLiteral("\u00A0"));
+    lbTeclas->setText(teclas.join(QStringLiteral(" - ")));
 }
 
 void VentanaConcepto::TerminarArmado(const QList<QWidget *> &extra)
@@ -386,6 +399,17 @@ void VentanaConcepto::CargarProveedores()
         }
     }
     rs.Close();
+    // A long name shows whole in the drop-down (as wide as the screen allows) and as the
+    // tooltip of its entry and of the list; the list itself keeps its width in the window.
+    const QFontMetrics fm(cboProv->view()->font());
+    int ancho = 0;
+    for (int i = 0; i < cboProv->count(); ++i) {
+        cboProv->setItemData(i, cboProv->itemText(i), Qt::ToolTipRole);
+        ancho = std::max(ancho, fm.horizontalAdvance(cboProv->itemText(i)));
+    }
+    const int pantalla = screen() ? screen()->availableGeometry().width() - 40 : ancho + 60;
+    cboProv->view()->setMinimumWidth(std::min(ancho + 60, pantalla));
+    cboProv->setToolTip(cboProv->currentText());
 }
 
 void VentanaConcepto::SincronizarProvDesdeId() { cboProv->setCurrentIndex(cboIdProv->currentIndex()); }

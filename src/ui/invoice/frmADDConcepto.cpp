@@ -22,7 +22,7 @@ frmADDConcepto::frmADDConcepto(Sesion &sesion, Principal *principal, QWidget *pa
     Chk_EnviarASeguimiento = new QCheckBox(QStringLiteral("&Registrar en Seguimiento Proveedores"), this);
     Chk_EnviarASeguimiento->setObjectName(QStringLiteral("Chk_EnviarASeguimiento"));
     zonaPropia()->addWidget(Chk_EnviarASeguimiento);
-    MostrarTeclas(QStringLiteral("[Esc] limpia la línea de IVA"));
+    MostrarTeclas(QStringLiteral("Limpiar línea de IVA [Esc]"));
     TerminarArmado({Chk_EnviarASeguimiento});
 
     txtIVARIN->setText(conv::NumeroATexto(S().IvaRIN));

@@ -172,6 +172,12 @@ void frmMODConcepto::EstablecerTipoIngB()
     lbINGBOld->setVisible(legadoIngBrutos_);
     txtINGBRUOld->setVisible(legadoIngBrutos_);
     txtINGBRUOld->setReadOnly(legadoIngBrutos_);
+    // Locked, it looks locked: the window's colour instead of an entry field's white, and the
+    // focus passes it by.
+    QPalette p = txtINGBRUOld->palette();
+    p.setColor(QPalette::Base, legadoIngBrutos_ ? palette().color(QPalette::Window) : palette().color(QPalette::Base));
+    txtINGBRUOld->setPalette(p);
+    txtINGBRUOld->setFocusPolicy(legadoIngBrutos_ ? Qt::NoFocus : Qt::StrongFocus);
 }
 
 void frmMODConcepto::SinLineasIngBrutos()

@@ -26,8 +26,8 @@ public:
     QString TextMatrix(int fila, int col) const;
     void setTextMatrix(int fila, int col, const QString &texto);
 
-    // Column width in twips (15 twips per pixel); 0 hides the column. Contents may later
-    // widen a visible column (AjustarAnchos).
+    // Column width in twips (15 twips per pixel); 0 hides the column. The widths are the
+    // proportions of the columns: AjustarAnchos spreads the grid's whole width over them.
     void setColWidth(int col, int twips);
     int ColWidthTwips(int col) const { return anchosTwips_.value(col); }
     void setColAlignment(int col, Qt::Alignment alineacion);
@@ -37,7 +37,11 @@ public:
     // Pastes a clip text (fields separated by TAB, rows ended by CR) into the data rows from
     // fila on; fields beyond the last column and rows beyond the last row are dropped.
     void PegarClip(int fila, const QString &clip);
-    // Widens the visible columns whose header or contents do not fit their design width.
+    // From now on the visible columns fill the grid's width in the proportions of their design
+    // widths and follow the grid when it is resized; a column whose share would cut its
+    // heading or a text of its rows keeps the width they need, and the others share the rest.
+    // The grid is never narrower than the design widths themselves; when the texts need more
+    // than the grid has, a horizontal bar appears. Every cell's text is also its tooltip.
     void AjustarAnchos();
 
     // Selects the whole row (column 0 to the last column).
@@ -45,7 +49,13 @@ public:
     bool FilaVisible(int fila) const;
     void setTopRow(int fila);
 
+protected:
+    void resizeEvent(QResizeEvent *e) override;
+
 private:
+    void Repartir();
+    bool repartir_ = false;
+    QVector<int> necesarios_;
     QVector<int> anchosTwips_;
     QVector<Qt::Alignment> alineaciones_;
 };

@@ -1,0 +1,183 @@
+// What a person sees, driven from the keyboard over a real book: the field with the focus is
+// highlighted in every window as it opens (the modify window each time), names come in the
+// Spanish order in the supplier window and the invoice window, and a very long supplier name
+// squeezes no other field of the add window.
+
+#include "Inicio.h"
+#include "ui/invoice/frmADDConcepto.h"
+#include "ui/invoice/frmMODConcepto.h"
+#include "ui/suppliers/frmLSTPROV.h"
+
+#include <QAbstractItemView>
+#include <QScreen>
+#include <QTableWidget>
+
+namespace {
+
+const QColor kVerde(192, 255, 192);
+
+QWidget *Foco() { return QApplication::focusWidget(); }
+
+// The background a field shows: a combo box's button, an entry field's base.
+QColor Fondo(const QWidget *w)
+{
+    return w->palette().color(qobject_cast<const QComboBox *>(w) ? QPalette::Button : QPalette::Base);
+}
+
+QStringList Nombres(const QTableWidget *g)
+{
+    QStringList out;
+    for (int r = 0; r < g->rowCount(); ++r)
+        out << g->item(r, 1)->text();
+    return out;
+}
+
+QStringList Nombres(const QComboBox *c)
+{
+    QStringList out;
+    for (int i = 0; i < c->count(); ++i)
+        out << c->itemText(i);
+    return out;
+}
+
+} // namespace
+
+class TstApariencia : public QObject
+{
+    Q_OBJECT
+    std::unique_ptr<LibroDePrueba> libro;
+
+private slots:
+    void init()
+    {
+        libro = std::make_unique<LibroDePrueba>();
+        LlenarLibro(*libro);
+    }
+    void cleanup() { libro.reset(); }
+
+    void focoResaltadoAlAbrir()
+    {
+        frmMAIN w(libro->S());
+        QStringList vistos;
+        const auto resaltado = [&](const char *ventana) {
+            QWidget *f = Foco();
+            vistos << QStringLiteral("%1 %2 %3").arg(QLatin1String(ventana), f ? f->objectName() : QString(),
+                                                       f && Fondo(f) == kVerde ? QStringLiteral("resaltado") : QString());
+        };
+        AlAbrirse<frmOpciones>([&](frmOpciones &f) {
+            resaltado("opciones");
+            QTest::keyClick(Foco(), Qt::Key_Return);
+            resaltado("opciones");
+            QTest::keyClick(f.cboUSR, Qt::Key_F11);
+        });
+        QVERIFY(w.Form_Load());
+        w.show();
+        QVERIFY(QTest::qWaitForWindowActive(&w));
+
+        AlAbrirse<frmADDConcepto>([&](frmADDConcepto &a) {
+            resaltado("agregar");
+            QTest::keyClick(Foco(), Qt::Key_Tab);
+            resaltado("agregar");
+            vistos << (Fondo(a.cboProv) == kVerde ? "cboProv sigue resaltado" : "cboProv vuelve a su color");
+        });
+        QTest::keyClick(w.Grd, Qt::Key_Insert);
+
+        // Invoice 9 of Uno has VAT lines: the supplier is locked and Fecha takes the focus.
+        for (int vez = 0; vez < 2; ++vez) {
+            w.Grd->setFocus();
+            w.Grd->setCurrentCell(1, 0);
+            AlAbrirse<frmMODConcepto>([&](frmMODConcepto &) {
+                resaltado("modificar");
+                QTest::keyClick(Foco(), Qt::Key_Escape);
+            });
+            QTest::keyClick(w.Grd, Qt::Key_Return);
+        }
+        QCOMPARE(vistos, QStringList({"opciones cboUSR resaltado", "opciones cboMES resaltado", "agregar cboProv resaltado",
+                                      "agregar TxtFecha resaltado", "cboProv vuelve a su color",
+                                      "modificar TxtFecha resaltado", "modificar TxtFecha resaltado"}));
+    }
+
+    // The list's columns fill the window in the proportions of their design widths, with or
+    // without invoices, and follow it when it grows.
+    void grillaLlenaLaVentana()
+    {
+        frmMAIN w(libro->S());
+        ArrancarYMostrar(w);
+        for (const QString &periodo : {QStringLiteral("ENERO"), QStringLiteral("NOVIEMBRE")}) {
+            AlAbrirse<frmOpciones>([&](frmOpciones &f) {
+                f.cboMES->setCurrentText(periodo);
+                QTest::keyClick(f.cboMES, Qt::Key_F11);
+            });
+            QTest::keyClick(w.Grd, Qt::Key_F6);
+            for (const int ancho : {1000, 1500}) {
+                w.resize(ancho, 700);
+                QTRY_COMPARE(w.width(), ancho);
+                int total = 0;
+                for (int c = 0; c < w.Grd->columnCount(); ++c)
+                    total += w.Grd->isColumnHidden(c) ? 0 : w.Grd->columnWidth(c);
+                QCOMPARE(total, w.Grd->viewport()->width());
+                QVERIFY(qAbs(w.Grd->columnWidth(4) / double(w.Grd->columnWidth(0)) - 1630.0 / 765) < 0.02);
+            }
+        }
+    }
+
+    void nombresEnOrdenEspanol()
+    {
+        int cuit = 0;
+        for (const char *n : {"Limpieza Cristalina", "Lácteos La Cañada", "Granja", "Gráfica", "Ñandú", "Nutria"})
+            libro->Proveedor(QStringLiteral("30-%1").arg(++cuit), QString::fromUtf8(n));
+        frmMAIN w(libro->S());
+        ArrancarYMostrar(w);
+
+        QTest::keyClick(w.Grd, Qt::Key_F5);
+        auto *prov = w.findChild<frmLSTPROV *>();
+        QVERIFY(prov);
+        QTRY_COMPARE(QApplication::activeWindow(), prov);
+        QTest::keyClick(Foco(), Qt::Key_Insert);
+        QTest::keyClicks(Foco(), QStringLiteral("30-99"));
+        QTest::keyClick(Foco(), Qt::Key_Return);
+        QTest::sendKeyEvent(QTest::Click, Foco(), Qt::Key_Aacute, QStringLiteral("á"), Qt::NoModifier);
+        QTest::keyClicks(Foco(), QStringLiteral("rbol verde"));
+        QTest::keyClick(Foco(), Qt::Key_F11);
+        const QStringList orden = {"árbol verde",         "Gráfica", "Granja",        "Lácteos La Cañada",
+                                   "Limpieza Cristalina", "Nutria",  "Ñandú",         "Proveedor Dos",
+                                   "Proveedor Uno"};
+        QCOMPARE(Nombres(prov->cGRID), orden);
+        QTest::keyClick(Foco(), Qt::Key_Escape);
+
+        QStringList enAgregar;
+        AlAbrirse<frmADDConcepto>([&](frmADDConcepto &a) { enAgregar = Nombres(a.cboProv); });
+        w.activateWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), &w);
+        QTest::keyClick(w.Grd, Qt::Key_Insert);
+        QCOMPARE(enAgregar, orden);
+    }
+
+    void nombreLargoNoAprietaCampos()
+    {
+        const QString largo = QStringLiteral("Aaa ") + QString(176, u'x');
+        libro->Proveedor(QStringLiteral("30-1"), largo);
+        frmMAIN w(libro->S());
+        ArrancarYMostrar(w);
+        AlAbrirse<frmADDConcepto>([&](frmADDConcepto &a) {
+            QCOMPARE(a.cboProv->currentText(), largo);
+            QCOMPARE(a.cboProv->toolTip(), largo);
+            QCOMPARE(a.cboProv->itemData(0, Qt::ToolTipRole).toString(), largo);
+            // The drop-down shows the entry whole.
+            const int pantalla = a.screen()->availableGeometry().width() - 40;
+            QVERIFY(a.cboProv->view()->minimumWidth() >= std::min(a.cboProv->fontMetrics().horizontalAdvance(largo), pantalla));
+            QVERIFY(a.width() <= 1200);
+            const int cifras = a.fontMetrics().horizontalAdvance(QStringLiteral("00/00/00000"));
+            for (QLineEdit *t : {a.TxtFecha, a.TxtNoGrav, a.txtIVARNI, a.txtIVARIN, a.TxtNumero})
+                QVERIFY2(t->width() >= cifras, qPrintable(t->objectName()));
+            // Moving on with the keyboard, the tooltip follows the supplier picked.
+            a.cboProv->setFocus();
+            QTest::keyClick(Foco(), Qt::Key_Down);
+            QCOMPARE(a.cboProv->toolTip(), a.cboProv->currentText());
+        });
+        QTest::keyClick(w.Grd, Qt::Key_Insert);
+    }
+};
+
+QTEST_MAIN(TstApariencia)
+#include "tst_apariencia.moc"
