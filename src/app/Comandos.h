@@ -28,3 +28,6 @@ int ComandoExportar(const QStringList &args);
 // ivacompras imprimir --datos DIR --cuit CUIT --periodo MM/AAAA (--pdf RUTA | --texto RUTA)
 //                     [--fuente N] [--lineas N]
 int ComandoImprimir(const QStringList &args);
+// ivacompras conciliar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo FILE [--cargar]
+//                      [--formato texto|csv]
+int ComandoConciliar(const QStringList &args);

@@ -29,6 +29,10 @@ int main(int argc, char **argv)
         QCoreApplication app(argc, argv);
         return ComandoExportar(args.mid(1));
     }
+    if (comando == QLatin1String("conciliar")) {
+        QCoreApplication app(argc, argv);
+        return ComandoConciliar(args.mid(1));
+    }
     if (args.isEmpty())
         return EjecutarPrograma(argc, argv, QString());
     if (args.size() == 2 && comando == QLatin1String("--ajustes"))
@@ -40,6 +44,8 @@ int main(int argc, char **argv)
                  "     ivacompras exportar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo RUTA.xls\n"
                  "     ivacompras imprimir --datos DIR --cuit CUIT --periodo MM/AAAA (--pdf RUTA | --texto RUTA)"
                  " [--fuente N] [--lineas N]\n"
-                 "     ivacompras cuenta --datos DIR --cuit CUIT [--proveedor CUIT]\n");
+                 "     ivacompras cuenta --datos DIR --cuit CUIT [--proveedor CUIT]\n"
+                 "     ivacompras conciliar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo FILE [--cargar]"
+                 " [--formato texto|csv]\n");
     return 2;
 }
