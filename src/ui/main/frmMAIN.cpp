@@ -4,6 +4,7 @@
 #include "data/Convenciones.h"
 #include "reports/Exportar.h"
 #include "reports/LibroImpreso.h"
+#include "ui/checks/frmCONCILIAR.h"
 #include "ui/common/CerrarVentana.h"
 #include "ui/common/Teclas.h"
 #include "ui/invoice/frmADDConcepto.h"
@@ -86,6 +87,11 @@ frmMAIN::frmMAIN(Sesion &s, QWidget *parent) : QWidget(parent), s_(s)
     Label2->setObjectName(QStringLiteral("Label2"));
     Label2->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     Label2->setAlignment(Qt::AlignCenter);
+    // The keys added to the program beside its own, on a help line of their own.
+    lbTeclasNuevas = Etiqueta(QStringLiteral("Conciliar [F8]"), this);
+    lbTeclasNuevas->setObjectName(QStringLiteral("lbTeclasNuevas"));
+    lbTeclasNuevas->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    lbTeclasNuevas->setAlignment(Qt::AlignCenter);
 
     // Layout: title and date; company and period; the list; totals; print fields; key help.
     auto *cabecera = new QHBoxLayout;
@@ -134,6 +140,7 @@ frmMAIN::frmMAIN(Sesion &s, QWidget *parent) : QWidget(parent), s_(s)
     v->addWidget(Grd, 1);
     v->addLayout(pie);
     v->addWidget(Label2);
+    v->addWidget(lbTeclasNuevas);
 
     // The grid gets an empty, formatted look until the first load.
     Grd->setCols(grilla::kColumnas);
@@ -220,6 +227,9 @@ bool frmMAIN::Form_KeyDown(int tecla)
         f.exec();
         return true;
     }
+    case kTeclaConciliar:
+        frmCONCILIAR::Abrir(s_, this, this);
+        return true;
     case vb::vbKeyF10: {
         // The spreadsheet and the two tax-authority files of the period, columns separated by
         // a TAB; the save dialog belongs to this window.

@@ -51,6 +51,7 @@ public:
     QLabel *lbINGBRU;
     QLabel *LbTot;
     QLabel *Label2;
+    QLabel *lbTeclasNuevas;
     QLineEdit *txtIMPFuente;
     QLineEdit *txtIMPLinxHoja;
     GrillaFlex *Grd;
