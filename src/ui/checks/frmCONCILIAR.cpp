@@ -81,7 +81,7 @@ frmCONCILIAR::frmCONCILIAR(Sesion &s, Principal *principal, const QString &archi
                                    fm.horizontalAdvance(QStringLiteral("TIQUE FCA")) + 16,
                                    fm.horizontalAdvance(QStringLiteral("00000-00000000")) + 16,
                                    fm.horizontalAdvance(QStringLiteral("00000000000")) + 16, 200,
-                                   fm.horizontalAdvance(QStringLiteral("No gravado")) + 24, 90, 90, 90, 260};
+                                   fm.horizontalAdvance(QStringLiteral("No gravado")) + 24, 90, 90, 90, 340};
     for (int c = 0; c < cColumnas; ++c)
         grdConciliacion->setColumnWidth(c, anchos[c]);
     for (int c : {cLibro, cArchivo, cDiferencia})
@@ -108,12 +108,13 @@ frmCONCILIAR::frmCONCILIAR(Sesion &s, Principal *principal, const QString &archi
 QTreeWidgetItem *frmCONCILIAR::Grupo(const QString &titulo, int cantidad)
 {
     auto *g = new QTreeWidgetItem(grdConciliacion);
-    g->setText(cFecha, QStringLiteral("%1: %2").arg(titulo).arg(cantidad));
+    // The heading spans the row from the first column.
+    g->setText(cCarga, QStringLiteral("%1: %2").arg(titulo).arg(cantidad));
     g->setFirstColumnSpanned(true);
-    QFont f = g->font(cFecha);
+    QFont f = g->font(cCarga);
     f.setBold(true);
-    g->setFont(cFecha, f);
-    g->setBackground(cFecha, palette().alternateBase());
+    g->setFont(cCarga, f);
+    g->setBackground(cCarga, palette().alternateBase());
     g->setFlags(Qt::ItemIsEnabled);
     return g;
 }

@@ -29,8 +29,8 @@ Recibido Voucher77()
     return r;
 }
 
-// Rows of the grid as "checked|date|number|concept|book|file|difference|remark"; group headings as
-// their text.
+// Rows of the grid as "box|date|number|concept|book|file|difference|remark" (box "x" ticked, "o"
+// clear, empty without one); a group heading's text stands in the box column.
 QStringList Grilla(const frmCONCILIAR &w)
 {
     QStringList filas;
@@ -39,7 +39,7 @@ QStringList Grilla(const frmCONCILIAR &w)
         QStringList c;
         c << (i->data(frmCONCILIAR::cCarga, Qt::CheckStateRole).isValid()
                   ? (i->checkState(frmCONCILIAR::cCarga) == Qt::Checked ? "x" : "o")
-                  : "");
+                  : i->text(frmCONCILIAR::cCarga));
         for (int col : {frmCONCILIAR::cFecha, frmCONCILIAR::cNumero, frmCONCILIAR::cConcepto, frmCONCILIAR::cLibro,
                         frmCONCILIAR::cArchivo, frmCONCILIAR::cDiferencia, frmCONCILIAR::cObservacion})
             c << i->text(col);
@@ -80,12 +80,12 @@ void TstFrmConciliar::f8()
     bool visto = false;
     AlAbrirse<frmCONCILIAR>([&](frmCONCILIAR &w) {
         QCOMPARE(Grilla(w), QStringList({
-            "|En el archivo y no en el libro: 2||||||",
+            "En el archivo y no en el libro: 2|||||||",
             "x|10/11/2026|0003-00000077|Total||1511,00||Revisar: otros tributos 30,00 como Ingresos Brutos",
             "|07/11/2026|0001-00000030|Total||60,50||no se puede cargar (tipo 3 - Nota de Crédito A)",
-            "|En el libro y no en el archivo: 1||||||",
+            "En el libro y no en el archivo: 1|||||||",
             "|09/11/2026|0003-00000001|Total|40,00|||",
-            "|En ambos con diferencias: 1||||||",
+            "En ambos con diferencias: 1|||||||",
             "|05/11/2026|0002-00000005|IVA 21%|00,00|21,00|21,00|",
             "|||IVA 27%|21,00|00,00|-21,00|"}));
         QCOMPARE(Foco(), w.grdConciliacion);
@@ -97,7 +97,7 @@ void TstFrmConciliar::f8()
         Tecla(Qt::Key_F11);
         QCOMPARE(Msg().Ultimo(), "Se cargaron 1 comprobantes en el período 11/2026.");
         QCOMPARE(principal.recargas, 0); // the main window is m, not the counter
-        QCOMPARE(Grilla(w)[0], "|En el archivo y no en el libro: 1||||||");
+        QCOMPARE(Grilla(w)[0], "En el archivo y no en el libro: 1|||||||");
         // Enter on a book invoice opens it in the modify window.
         while (w.grdConciliacion->currentItem()->text(frmCONCILIAR::cNumero) != "0003-00000001")
             Tecla(Qt::Key_Down);

@@ -1,0 +1,93 @@
+// Times the F8 reconciliation on the large book: a list of 20,000 received vouchers (XLSX, the
+// current form) read and reconciled with the company period of 20,000 invoices. The list holds
+// 19,900 of the period's invoices (every tenth with its VAT off by a peso) and 100 vouchers the
+// book does not have, so every group of the reconciliation is filled. Goal: under 1 s.
+//
+//   bench_conciliar [FOLDER] [RUNS]   FOLDER defaults to $IVC_BENCH_DIR or <tmp>/ivacompras-bench
+
+#include "GeneradorLibro.h"
+#include "Medicion.h"
+
+#include "../tests/checks/ListaRecibida.h"
+#include "app/core/Sesion.h"
+#include "checks/Conciliacion.h"
+#include "data/Convenciones.h"
+#include "data/oDB.h"
+
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+QString CodigoDe(const QString &tipo)
+{
+    for (int c : {1, 2, 6, 11, 81, 82, 83})
+        if (recibidos::TipoLibro(c).compare(tipo, Qt::CaseInsensitive) == 0)
+            return QStringLiteral("%1 - Comprobante").arg(c);
+    return QStringLiteral("1 - Factura A");
+}
+
+// The list of the period as the tax authority would publish it.
+QVector<Recibido> ListaDelPeriodo(Sesion &s)
+{
+    QVector<Recibido> filas;
+    oDB::Recordset rs;
+    s.dbLibro->CrearRs(rs, QStringLiteral("select PRVSNRCUIT, IVCSTIPFAC, IVCSNROFAC, IVCFCOMPRO, IVCDGRAVAD, IVCDNOGRAV, "
+                                          "IVARIN from IVC where USRSNRCUIT = ") +
+                               oDB::Q(s.CuitUsuario) + QStringLiteral(" and IVCFPERIOD = datevalue(") +
+                               oDB::Q(s.PeriodoDesde) + u')');
+    for (int i = 0; !rs.Eof() && filas.size() < 19900; rs.MoveNext(), ++i) {
+        const QString numero = conv::Texto(rs.Fields(2));
+        Recibido r;
+        r.fecha = conv::FechaCorta(rs.Fields(3).toDate());
+        r.tipo = CodigoDe(conv::Texto(rs.Fields(1)));
+        r.punto = recibidos::Digitos(numero.section(u'-', 0, -2)).toInt();
+        r.numero = recibidos::Digitos(numero.section(u'-', -1)).toLongLong();
+        r.cuit = recibidos::Digitos(conv::Texto(rs.Fields(0)));
+        r.nombre = QStringLiteral("Proveedor");
+        const double gravado = s.oFormato->EsNumero(rs.Fields(4));
+        r.netos.insert(21, gravado);
+        r.noGravado = s.oFormato->EsNumero(rs.Fields(5)) + (i % 10 == 0 ? 1 : 0);
+        filas << r;
+    }
+    for (int i = 0; filas.size() < 20000; ++i)
+        filas << Recibido{QStringLiteral("15/%1").arg(conv::Format(QVariant(s.PeriodoDesde), QStringLiteral("mm/yyyy"))),
+                          QStringLiteral("1 - Factura A"), 9999, 90000000 + i, QStringLiteral("30799999990"),
+                          QStringLiteral("Nuevo"), {{21, 100}}};
+    return filas;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    return banco::Principal(argc, argv, 5, [](const banco::LibroGrande &libro, int corridas) {
+        const banco::PeriodoMedido &p = libro.periodo20000;
+        auto s = banco::AbrirSesion(libro, p);
+        QTemporaryDir dir;
+        const QString ruta = dir.filePath(QStringLiteral("recibidos.xlsx"));
+        if (!EscribirXlsx(ruta, recibidos::Digitos(s->CuitUsuario), ListaDelPeriodo(*s))) {
+            std::fprintf(stderr, "no se pudo escribir la lista\n");
+            std::exit(1);
+        }
+        conciliacion::Resultado r;
+        std::vector<double> tiempos;
+        for (int i = 0; i <= corridas; ++i) {
+            QElapsedTimer t;
+            t.start();
+            r = conciliacion::Conciliar(*s, recibidos::Leer(ruta));
+            if (i > 0) // the first run warms the cache
+                tiempos.push_back(double(t.nsecsElapsed()) / 1e6);
+        }
+        std::sort(tiempos.begin(), tiempos.end());
+        const double mediana = tiempos[tiempos.size() / 2];
+        std::printf("conciliar %s %s: lista de 20000 comprobantes contra %ld facturas: mediana %.0f ms "
+                    "(faltan en el libro %lld, faltan en el archivo %lld, con diferencias %lld, iguales %d) - "
+                    "objetivo < 1 s: %s\n",
+                    qPrintable(p.cuit), qPrintable(p.periodo), p.facturas, mediana, qlonglong(r.faltantes.size()),
+                    qlonglong(r.soloEnLibro.size()), qlonglong(r.distintas.size()), r.iguales,
+                    mediana < 1000 ? "cumplido" : "NO cumplido");
+    });
+}
