@@ -8,7 +8,10 @@
 #include <QStringDecoder>
 #include <QXmlStreamReader>
 #include <zip.h>
+#include <algorithm>
 #include <cmath>
+#include <thread>
+#include <vector>
 #include <optional>
 
 namespace recibidos {
@@ -86,6 +89,7 @@ QString Atributo(const QXmlStreamReader &x, QStringView nombre)
             return a.value().toString();
     return QString();
 }
+
 
 // The text of the <t> elements inside the current element, up to its end (runs joined;
 // phonetic hints left out).
@@ -209,7 +213,7 @@ QVector<bool> EstilosDeFecha(const Zip &zip)
 }
 
 // "AB12" -> column 27 (0-based 27), row 12.
-bool Referencia(const QString &ref, int &columna, int &fila)
+bool Referencia(QStringView ref, int &columna, int &fila)
 {
     int c = 0;
     qsizetype i = 0;
@@ -224,14 +228,19 @@ bool Referencia(const QString &ref, int &columna, int &fila)
     return true;
 }
 
-Tabla LeerXlsx(const QString &ruta)
+struct Celda {
+    int fila;
+    int columna;
+    QVariant valor;
+};
+
+// The cells of the sheet's XML, or of a run of its whole <row> elements.
+QVector<Celda> LeerCeldas(const QByteArray &xml, const QStringList &compartidos, const QVector<bool> &fechas,
+                          const QString &hoja)
 {
-    Zip zip(ruta);
-    const QString hoja = PrimeraHoja(zip);
-    const QStringList compartidos = TextosCompartidos(zip);
-    const QVector<bool> fechas = EstilosDeFecha(zip);
-    Tabla tabla;
-    QXmlStreamReader x(Exigir(zip, hoja));
+    QVector<Celda> celdas;
+    celdas.reserve(xml.size() / 32);
+    QXmlStreamReader x(xml);
     int fila = 0;
     int columna = -1;
     while (!x.atEnd()) {
@@ -239,17 +248,18 @@ Tabla LeerXlsx(const QString &ruta)
         if (!x.isStartElement())
             continue;
         if (x.name() == u"row") {
-            const int r = Atributo(x, u"r").toInt();
+            const int r = x.attributes().value(QLatin1StringView("r")).toInt();
             fila = r > 0 ? r : fila + 1;
             columna = -1;
         } else if (x.name() == u"c" && fila > 0) {
             int c = columna + 1, f = fila;
-            const QString ref = Atributo(x, u"r");
+            const QXmlStreamAttributes atributos = x.attributes();
+            const QStringView ref = atributos.value(QLatin1StringView("r"));
             if (!ref.isEmpty() && !Referencia(ref, c, f))
                 Fallar(QStringLiteral("la celda %1 de la hoja no se entiende.").arg(ref));
             columna = c;
-            const QString tipo = Atributo(x, u"t");
-            const int estilo = Atributo(x, u"s").toInt();
+            const QStringView tipo = atributos.value(QLatin1StringView("t"));
+            const int estilo = atributos.value(QLatin1StringView("s")).toInt();
             QVariant valor;
             if (tipo == u"inlineStr") {
                 valor = TextoHasta(x, u"c");
@@ -281,14 +291,79 @@ Tabla LeerXlsx(const QString &ruta)
                         valor = n;
                 }
             }
-            if (tabla.size() < f)
-                tabla.resize(f);
-            if (tabla[f - 1].size() <= c)
-                tabla[f - 1].resize(c + 1);
-            tabla[f - 1][c] = valor;
+            celdas.push_back({f, c, valor});
         }
     }
     ControlarXml(x, hoja);
+    return celdas;
+}
+
+// The sheet's rows cut into runs of whole <row> elements, each wrapped as a document of its
+// own, so that each processor reads one. Only a sheet whose rows are numbered and written
+// without a namespace prefix is cut; a short one is read whole.
+QVector<QByteArray> Tramos(const QByteArray &xml, int partes)
+{
+    const qsizetype inicio = xml.indexOf("<row ");
+    const qsizetype fin = xml.lastIndexOf("</sheetData>");
+    if (partes < 2 || xml.size() < 1024 * 1024 || inicio < 0 || fin < inicio || !xml.contains("<row r=\""))
+        return {xml};
+    QVector<QByteArray> tramos;
+    qsizetype desde = inicio;
+    for (int k = 1; k <= partes; ++k) {
+        qsizetype hasta = fin;
+        if (k < partes) {
+            hasta = xml.indexOf("<row ", inicio + (fin - inicio) * k / partes);
+            if (hasta < 0 || hasta > fin)
+                hasta = fin;
+        }
+        if (hasta > desde)
+            tramos << QByteArray("<sheetData>") + xml.mid(desde, hasta - desde) + QByteArray("</sheetData>");
+        desde = hasta;
+    }
+    return tramos;
+}
+
+Tabla LeerXlsx(const QString &ruta)
+{
+    Zip zip(ruta);
+    const QString hoja = PrimeraHoja(zip);
+    const QStringList compartidos = TextosCompartidos(zip);
+    const QVector<bool> fechas = EstilosDeFecha(zip);
+    const QVector<QByteArray> tramos =
+        Tramos(Exigir(zip, hoja), int(std::clamp(std::thread::hardware_concurrency(), 1u, 4u)));
+    // A list of thousands of rows is read by every processor at once, a run each.
+    QVector<QVector<Celda>> leidas(tramos.size());
+    QVector<std::optional<ErrorLectura>> errores(tramos.size());
+    {
+        std::vector<std::thread> hilos;
+        for (qsizetype k = 1; k < tramos.size(); ++k)
+            hilos.emplace_back([&, k] {
+                try {
+                    leidas[k] = LeerCeldas(tramos[k], compartidos, fechas, hoja);
+                } catch (const ErrorLectura &e) {
+                    errores[k] = e;
+                }
+            });
+        try {
+            leidas[0] = LeerCeldas(tramos[0], compartidos, fechas, hoja);
+        } catch (const ErrorLectura &e) {
+            errores[0] = e;
+        }
+        for (std::thread &h : hilos)
+            h.join();
+    }
+    for (const auto &e : errores)
+        if (e)
+            throw *e;
+    Tabla tabla;
+    for (const QVector<Celda> &celdas : leidas)
+        for (const Celda &c : celdas) {
+            if (tabla.size() < c.fila)
+                tabla.resize(c.fila);
+            if (tabla[c.fila - 1].size() <= c.columna)
+                tabla[c.fila - 1].resize(c.columna + 1);
+            tabla[c.fila - 1][c.columna] = c.valor;
+        }
     return tabla;
 }
 
@@ -451,6 +526,12 @@ Lista Interpretar(const Tabla &tabla)
             Fallar(QStringLiteral("falta la columna \"%1\".").arg(t));
         col << it.value();
     }
+    // The columns of each rate (current form); -1 when the file lacks one.
+    QVector<int> colNeto, colIva;
+    for (const ColumnasTasa &t : kTasas) {
+        colNeto << columnas.value(NormalizarTitulo(QString::fromUtf16(t.neto)), -1);
+        colIva << (t.iva ? columnas.value(NormalizarTitulo(QString::fromUtf16(t.iva)), -1) : -1);
+    }
     enum { cFecha, cTipo, cPunto, cDesde, cCuit, cNombre, cCambio, cMoneda, cGrav, cNoGrav, cExento, cOtros, cIva, cTotal };
 
     Lista lista;
@@ -465,13 +546,10 @@ Lista Interpretar(const Tabla &tabla)
     for (int f = filaTitulos + 1; f < tabla.size(); ++f) {
         const QVector<QVariant> &fila = tabla[f];
         auto celda = [&](int i) { return col[i] < fila.size() ? fila[col[i]] : QVariant(); };
-        auto celdaDe = [&](QStringView titulo) {
-            const int c = columnas.value(NormalizarTitulo(titulo.toString()), -1);
-            return c >= 0 && c < fila.size() ? fila[c] : QVariant();
-        };
+        auto celdaEn = [&](int c) { return c >= 0 && c < fila.size() ? fila[c] : QVariant(); };
         bool vacia = true;
         for (const QVariant &v : fila)
-            vacia = vacia && Texto(v).isEmpty();
+            vacia = vacia && (v.isNull() || (v.typeId() == QMetaType::QString && v.toString().trimmed().isEmpty()));
         if (vacia)
             continue;
         const QString donde = QStringLiteral("la fila %1 ").arg(f + 1);
@@ -519,9 +597,10 @@ Lista Interpretar(const Tabla &tabla)
         c.total = pesosDe(celda(cTotal), titulos[cTotal]);
         if (actual) {
             c.porTasa = true;
-            for (const ColumnasTasa &t : kTasas) {
-                Alicuota a{t.tasa, pesosDe(celdaDe(t.neto), QString::fromUtf16(t.neto)),
-                           t.iva ? pesosDe(celdaDe(t.iva), QString::fromUtf16(t.iva)) : 0.0};
+            for (int k = 0; k < int(std::size(kTasas)); ++k) {
+                const ColumnasTasa &t = kTasas[k];
+                Alicuota a{t.tasa, pesosDe(celdaEn(colNeto[k]), QString::fromUtf16(t.neto)),
+                           t.iva ? pesosDe(celdaEn(colIva[k]), QString::fromUtf16(t.iva)) : 0.0};
                 if (a.neto != 0 || a.iva != 0)
                     c.alicuotas << a;
             }

@@ -27,10 +27,13 @@ struct Recibido {
     double exento = 0;
     double otros = 0;
     double total = -1;           // -1: the sum of the parts
+    double gravado = -1;         // -1: the sum of the taxed amounts by rate
     // VAT of a rate: rate x taxed amount, rounded to cents.
     static double Iva(double tasa, double neto) { return std::round(neto * tasa) / 100; }
     double NetoTotal() const
     {
+        if (gravado >= 0)
+            return gravado;
         double n = 0;
         for (double v : netos)
             n += v;

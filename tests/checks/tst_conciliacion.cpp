@@ -84,6 +84,7 @@ void TstConciliacion::lectura_data()
     QTest::newRow("xlsx, fechas de serie y textos compartidos") << "serie";
     QTest::newRow("xlsx, fechas e importes de texto en línea") << "texto";
     QTest::newRow("csv anterior, títulos en mayúsculas sin acentos") << "csv";
+    QTest::newRow("xlsx de 1500 filas, leída por partes") << "grande";
 }
 
 void TstConciliacion::lectura()
@@ -92,6 +93,8 @@ void TstConciliacion::lectura()
     QVector<Recibido> filas{Fila("31/12/2026", "81 - Tique Factura A", 12345, 7, "30-70000001-1", {{21, 1000}, {10.5, 200}}, 50, 30),
                             Fila("01/11/2026", "3 - Nota de Crédito A", 8, 64944, kBeta, {{27, 10}})};
     filas[0].exento = 5;
+    for (int i = 0; forma == u"grande" && i < 1500; ++i)
+        filas << Fila("02/11/2026", "1 - Factura A", 9, 1000 + i, kBeta, {{21, 10}});
     const QString ruta = Ruta("lista");
     if (forma == u"csv") {
         QVERIFY(EscribirCsv(ruta, filas));
@@ -107,7 +110,9 @@ void TstConciliacion::lectura()
     const recibidos::Lista l = recibidos::Leer(ruta);
     QCOMPARE(l.forma, forma == u"csv" ? "CSV" : "XLSX");
     QCOMPARE(l.cuitReceptor, forma == u"csv" ? QString() : kEmpresa);
-    QCOMPARE(l.comprobantes.size(), 2);
+    QCOMPARE(l.comprobantes.size(), filas.size());
+    if (forma == u"grande")
+        QCOMPARE(l.comprobantes.last().NumeroLibro() + l.comprobantes[900].NumeroLibro(), "0009-000024990009-00001898");
     const recibidos::Comprobante &a = l.comprobantes[0], &b = l.comprobantes[1];
     QCOMPARE(a.fecha, QDate(2026, 12, 31));
     QCOMPARE(a.tipoLibro, "TIQUE FCA");
