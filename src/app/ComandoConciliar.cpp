@@ -38,7 +38,7 @@ int ComandoConciliar(const QStringList &args)
                 if (f.Cargable())
                     elegidos << f.c;
             const int n = conciliacion::Cargar(s, elegidos);
-            Escribir(stderr, QStringLiteral("Se cargaron %1 comprobantes en el período %2.\n")
+            Escribir(stderr, QStringLiteral("Comprobantes cargados en el período %2: %1.\n")
                                  .arg(n)
                                  .arg(conv::Format(QVariant(s.PeriodoDesde), QStringLiteral("mm/yyyy"))));
             r = conciliacion::Conciliar(s, lista);

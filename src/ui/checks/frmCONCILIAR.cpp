@@ -220,7 +220,7 @@ void frmCONCILIAR::CargarMarcados()
     }
     try {
         const int n = conciliacion::Cargar(s_, elegidos);
-        s_.mensajes->MsgBox(QStringLiteral("Se cargaron %1 comprobantes en el período %2.")
+        s_.mensajes->MsgBox(QStringLiteral("Comprobantes cargados en el período %2: %1.")
                                 .arg(n)
                                 .arg(conv::Format(QVariant(s_.PeriodoDesde), QStringLiteral("mm/yyyy"))),
                             vb::vbInformation);
