@@ -67,10 +67,9 @@ Proveedores LeerProveedores(oDB::clManejo &db)
     return p;
 }
 
-// The invoices a supplier has in the book over all periods, by key; the value is the period
-// "mm/yyyy". With conTipo false the key leaves the type out.
-QHash<QString, QString> FacturasDelProveedor(oDB::clManejo &db, const QString &empresa, const QString &cuitLibro,
-                                             bool conTipo)
+// The invoices a supplier has in the book over all periods, each by its key with the type and
+// by its key without it; the value is the period "mm/yyyy".
+QHash<QString, QString> FacturasDelProveedor(oDB::clManejo &db, const QString &empresa, const QString &cuitLibro)
 {
     QHash<QString, QString> claves;
     oDB::Recordset rs;
@@ -81,9 +80,11 @@ QHash<QString, QString> FacturasDelProveedor(oDB::clManejo &db, const QString &e
     for (; !rs.Eof(); rs.MoveNext()) {
         int punto = 0;
         qint64 numero = 0;
-        if (PartesNumero(conv::Texto(rs.Fields(1)), punto, numero))
-            claves.insert(Clave(digitos, conTipo ? conv::Texto(rs.Fields(0)) : QString(), punto, numero),
-                          conv::Format(rs.Fields(2), QStringLiteral("mm/yyyy")));
+        if (PartesNumero(conv::Texto(rs.Fields(1)), punto, numero)) {
+            const QString periodo = conv::Format(rs.Fields(2), QStringLiteral("mm/yyyy"));
+            claves.insert(Clave(digitos, conv::Texto(rs.Fields(0)), punto, numero), periodo);
+            claves.insert(Clave(digitos, QString(), punto, numero), periodo);
+        }
     }
     return claves;
 }
@@ -207,8 +208,9 @@ Resultado Conciliar(Sesion &s, const recibidos::Lista &lista)
         auto it = otros.find(f.c.cuitEmisor);
         if (it == otros.end())
             it = otros.insert(f.c.cuitEmisor,
-                              FacturasDelProveedor(db, s.CuitUsuario, prv.cuit.value(f.c.cuitEmisor, f.c.cuitEmisor), true));
-        f.periodoCargada = it->value(ClaveDe(f.c));
+                              FacturasDelProveedor(db, s.CuitUsuario, prv.cuit.value(f.c.cuitEmisor, f.c.cuitEmisor)));
+        // The same number under another type is also in the book: it cannot go in again.
+        f.periodoCargada = it->value(ClaveDe(f.c), it->value(Clave(f.c.cuitEmisor, QString(), f.c.puntoVenta, f.c.numero)));
         // A voucher listed twice in the file is in the book once it is matched.
         if (f.periodoCargada.isEmpty() && porClave.contains(ClaveDe(f.c)))
             f.periodoCargada = conv::Format(QVariant(s.PeriodoDesde), QStringLiteral("mm/yyyy"));
@@ -362,7 +364,7 @@ int Cargar(Sesion &s, const QVector<Comprobante> &elegidos)
             // Never a second invoice with a number the supplier already has, in any period.
             auto it = numeros.find(c.cuitEmisor);
             if (it == numeros.end())
-                it = numeros.insert(c.cuitEmisor, FacturasDelProveedor(db, empresa, proveedor, false));
+                it = numeros.insert(c.cuitEmisor, FacturasDelProveedor(db, empresa, proveedor));
             const QString clave = Clave(c.cuitEmisor, QString(), c.puntoVenta, c.numero);
             const QString numero = c.NumeroLibro();
             oDB::Recordset dup;
