@@ -87,11 +87,6 @@ frmMAIN::frmMAIN(Sesion &s, QWidget *parent) : QWidget(parent), s_(s)
     Label2->setObjectName(QStringLiteral("Label2"));
     Label2->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     Label2->setAlignment(Qt::AlignCenter);
-    // The keys added to the program beside its own, on a help line of their own.
-    lbTeclasNuevas = Etiqueta(QStringLiteral("Conciliar [F8]"), this);
-    lbTeclasNuevas->setObjectName(QStringLiteral("lbTeclasNuevas"));
-    lbTeclasNuevas->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-    lbTeclasNuevas->setAlignment(Qt::AlignCenter);
 
     // Layout: title and date; company and period; the list; totals; print fields; key help.
     auto *cabecera = new QHBoxLayout;
@@ -140,6 +135,10 @@ frmMAIN::frmMAIN(Sesion &s, QWidget *parent) : QWidget(parent), s_(s)
     v->addWidget(Grd, 1);
     v->addLayout(pie);
     v->addWidget(Label2);
+    // The keys of the additions beyond the original help line.
+    lbTeclasNuevas = Etiqueta(QStringLiteral("Conciliar [F8]"), this);
+    lbTeclasNuevas->setObjectName(QStringLiteral("lbTeclasNuevas"));
+    lbTeclasNuevas->setAlignment(Qt::AlignCenter);
     v->addWidget(lbTeclasNuevas);
 
     // The grid gets an empty, formatted look until the first load.
