@@ -3,6 +3,7 @@
 #include "data/Convenciones.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QHash>
 #include <QRegularExpression>
 #include <QStringDecoder>
@@ -20,11 +21,8 @@ namespace {
 
 using Tabla = QVector<QVector<QVariant>>;
 
-[[noreturn]] void Fallar(const QString &motivo)
-{
-    throw ErrorLectura{QStringLiteral("El archivo no es una lista de Mis Comprobantes Recibidos que se pueda leer: ") +
-                       motivo};
-}
+// Why the file cannot be read; Leer puts the file's name in front.
+[[noreturn]] void Fallar(const QString &motivo) { throw ErrorLectura{motivo}; }
 
 // --- XLSX ---------------------------------------------------------------------------------
 
@@ -659,11 +657,13 @@ QString NormalizarTitulo(const QString &s)
     return r.simplified();
 }
 
-Lista Leer(const QString &ruta)
+namespace {
+
+Lista LeerArchivo(const QString &ruta)
 {
     QFile f(ruta);
     if (!f.open(QIODevice::ReadOnly))
-        throw ErrorLectura{QStringLiteral("No se puede abrir el archivo '%1'.").arg(ruta)};
+        Fallar(QStringLiteral("no se puede abrir."));
     const QByteArray inicio = f.peek(4);
     if (inicio.startsWith("PK\x03\x04")) {
         f.close();
@@ -673,6 +673,21 @@ Lista Leer(const QString &ruta)
     if (bytes.contains('\0'))
         Fallar(QStringLiteral("no es un libro XLSX ni un texto separado por \";\"."));
     return Interpretar(LeerCsv(bytes));
+}
+
+} // namespace
+
+Lista Leer(const QString &ruta)
+{
+    if (!QFileInfo(ruta).isFile())
+        throw ErrorLectura{QStringLiteral("No se encuentra el archivo '%1'.").arg(ruta)};
+    try {
+        return LeerArchivo(ruta);
+    } catch (const ErrorLectura &e) {
+        throw ErrorLectura{QStringLiteral("El archivo '%1' no es una lista de Mis Comprobantes Recibidos que se pueda "
+                                          "leer: %2")
+                               .arg(QFileInfo(ruta).fileName(), e.mensaje)};
+    }
 }
 
 } // namespace recibidos
