@@ -67,6 +67,10 @@ int main(int argc, char **argv)
         QCoreApplication app(argc, argv);
         return ComandoImportarAccess(args.mid(1));
     }
+    if (comando == QLatin1String("conciliar")) {
+        QCoreApplication app(argc, argv);
+        return ComandoConciliar(args.mid(1));
+    }
     if (args.isEmpty())
         return EjecutarPrograma(argc, argv, QString());
     if (args.size() == 2 && comando == QLatin1String("--ajustes"))
@@ -81,6 +85,8 @@ int main(int argc, char **argv)
                  " [--fuente N] [--lineas N]\n"
                  "     ivacompras cuenta --datos DIR --cuit CUIT [--proveedor CUIT]\n"
                  "     ivacompras verificar --datos DIR --cuit CUIT --periodo MM/AAAA [--formato texto|csv]\n"
-                 "     ivacompras importar-access ORIGEN DESTINO\n");
+                 "     ivacompras importar-access ORIGEN DESTINO\n"
+                 "     ivacompras conciliar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo FILE [--cargar]"
+                 " [--formato texto|csv]\n");
     return 2;
 }

@@ -397,6 +397,29 @@ bool clManejo::CrearRs(Recordset &rs)
     return !rs.filas_.isEmpty();
 }
 
+namespace {
+
+void Directa(sqlite3 *db, const char *sql)
+{
+    if (!db)
+        throw ErrorBD{QStringLiteral("La conexión no está abierta."), 3709};
+    if (sqlite3_exec(db, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
+        throw ErrorBD{QString::fromUtf8(sqlite3_errmsg(db)), -2147467259};
+}
+
+} // namespace
+
+void clManejo::Empezar() { Directa(db_, "BEGIN IMMEDIATE"); }
+
+void clManejo::Confirmar() { Directa(db_, "COMMIT"); }
+
+void clManejo::Deshacer()
+{
+    // After a failed COMMIT the engine may already have rolled back.
+    if (db_ && !sqlite3_get_autocommit(db_))
+        Directa(db_, "ROLLBACK");
+}
+
 long clManejo::Ejecutar()
 {
     Preparada p = Preparar();

@@ -92,6 +92,13 @@ public:
     bool CrearRs(Recordset &rs, const QString &sql) { setSQL(sql); return CrearRs(rs); }
     long Ejecutar(const QString &sql) { setSQL(sql); return Ejecutar(); }
 
+    // A transaction on the connection, for a set of statements that go in all together or not
+    // at all: the statements run between Empezar and Confirmar are kept only by Confirmar;
+    // Deshacer drops them. Outside a transaction every action commits at once.
+    void Empezar();
+    void Confirmar();
+    void Deshacer();
+
     // Why the last statement failed (empty after a success).
     QString UltimoError() const { return ultimoError_; }
 

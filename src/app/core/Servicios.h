@@ -30,6 +30,8 @@ enum Tecla : int {
     vbKeyDecimal = 110,
     vbKeyF5 = 116,
     vbKeyF6 = 117,
+    vbKeyF8 = 119,
+    vbKeyF9 = 120,
     vbKeyF10 = 121,
     vbKeyF11 = 122,
     vbKeyF12 = 123,

@@ -11,6 +11,7 @@
 #include <QString>
 #include <memory>
 
+class DialogoAbrir;
 class DialogoGuardar;
 class Impresora;
 
@@ -51,6 +52,7 @@ struct Sesion {
     Ajustes ajustes;
     Mensajes *mensajes = nullptr;
     DialogoGuardar *dialogo = nullptr;
+    DialogoAbrir *dialogoAbrir = nullptr; // the standard dialog when none is set
     Impresora *impresora = nullptr;
 
     explicit Sesion(const Ajustes &a = Ajustes()) : ajustes(a) {}

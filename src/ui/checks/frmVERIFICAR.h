@@ -13,11 +13,6 @@ class QLabel;
 class QTableWidget;
 struct Sesion;
 
-namespace vb {
-// The key that opens the window from the main window.
-inline constexpr int vbKeyF9 = 120;
-} // namespace vb
-
 class frmVERIFICAR : public QWidget
 {
     Q_OBJECT

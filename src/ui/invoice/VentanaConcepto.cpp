@@ -2,6 +2,7 @@
 
 #include "app/core/Sesion.h"
 #include "data/Convenciones.h"
+#include "data/SentenciasFactura.h"
 #include "data/oDB.h"
 #include "ui/common/ClCntrl.h"
 #include "ui/common/Principal.h"
@@ -385,8 +386,7 @@ QString VentanaConcepto::PeriodoActual() const { return FormatTexto(s_.PeriodoDe
 
 QString VentanaConcepto::CondicionGravados() const
 {
-    return QStringLiteral("where USRSNRCUIT = ") + Q(s_.CuitUsuario) + QStringLiteral("  and PRVSNRCUIT = ") +
-           Q(cboIdProv->currentText()) + QStringLiteral("  and IVCSNROFAC = ") + Q(TxtNumero->text());
+    return sentencias::CondicionGravados(s_.CuitUsuario, cboIdProv->currentText(), TxtNumero->text());
 }
 
 void VentanaConcepto::CargarProveedores()
@@ -417,10 +417,7 @@ void VentanaConcepto::SincronizarProvDesdeId() { cboProv->setCurrentIndex(cboIdP
 bool VentanaConcepto::Duplicado(const QString &numero)
 {
     oDB::Recordset rs;
-    if (!db().CrearRs(rs, QStringLiteral("select IVCFALTA as alta, IVCFCOMPRO as fechafac, IVCFPERIOD as periodo "
-                                         "from IVC where USRSNRCUIT = ") +
-                              Q(s_.CuitUsuario) + QStringLiteral(" and PRVSNRCUIT = ") + Q(cboIdProv->currentText()) +
-                              QStringLiteral(" and IVCSNROFAC = ") + Q(numero)))
+    if (!db().CrearRs(rs, sentencias::BuscarDuplicado(s_.CuitUsuario, cboIdProv->currentText(), numero)))
         return false;
     const QString crlf = QStringLiteral("\r\n");
     Aviso(QStringLiteral("Este Numero de factura ya fue cargada [ ") + TxtNumero->text() + QStringLiteral(" ]") + crlf +
@@ -474,9 +471,7 @@ void VentanaConcepto::LeerTotalGravados()
 
 void VentanaConcepto::EscribirTotal(const QString &columna, double suma)
 {
-    db().Ejecutar(QStringLiteral("update IVC set ") + columna + QStringLiteral(" = ") + Q(FormatMonto(suma)) +
-                  QStringLiteral(" where USRSNRCUIT = ") + Q(s_.CuitUsuario) + QStringLiteral(" and PRVSNRCUIT = ") +
-                  Q(cboIdProv->currentText()) + QStringLiteral(" and IVCSNROFAC = ") + Q(Tag(TxtNumero)));
+    db().Ejecutar(sentencias::TotalCabecera(columna, suma, s_.CuitUsuario, cboIdProv->currentText(), Tag(TxtNumero)));
 }
 
 void VentanaConcepto::EscribirIVARIN(double suma) { EscribirTotal(QStringLiteral("IVARIN"), suma); }
@@ -572,10 +567,9 @@ void VentanaConcepto::IVADet_Add()
         const QString proveedor = cboIdProv->currentText();
 
         const long id = std::lround(IdMaximo(QStringLiteral("IVC_DetIVA"), proveedor) + 1);
-        const long n = InsertarLinea(QStringLiteral("insert into IVC_DetIVA (USRSNRCUIT, PRVSNRCUIT, IVCdetId, "
-                                                    "IVCSNROFAC, IVCDETIVA, IVCDETDSC, IVCDETVLR) values ("),
-                                     {s_.CuitUsuario, proveedor, QString::number(id), TxtNumero->text(),
-                                      conv::NumeroATexto(tasa), descripcion, conv::NumeroATexto(valor)});
+        const long n = db().Ejecutar(sentencias::AltaLineaIVA(s_.CuitUsuario, proveedor, QString::number(id),
+                                                              TxtNumero->text(), conv::NumeroATexto(tasa), descripcion,
+                                                              conv::NumeroATexto(valor)));
         if (n > 0) {
             txtIVCDETIVA->clear();
             txtIVCDETDSC->clear();
@@ -635,20 +629,10 @@ double VentanaConcepto::IdMaximo(const QString &tabla, const QString &proveedor)
 {
     // Line ids grow over all the invoices of the company and supplier.
     oDB::Recordset rs;
-    db().CrearRs(rs, QStringLiteral("select max(IVCdetId) as idmax from ") + tabla +
-                         QStringLiteral(" where USRSNRCUIT = ") + Q(s_.CuitUsuario) +
-                         QStringLiteral(" and PRVSNRCUIT = ") + Q(proveedor));
+    db().CrearRs(rs, sentencias::IdMaximoLinea(tabla, s_.CuitUsuario, proveedor));
     const QString maximo = rs.Abierto() && !rs.Eof() ? conv::Texto(rs(QStringLiteral("idmax"))) : QString();
     rs.Close();
     return conv::Val(maximo);
-}
-
-long VentanaConcepto::InsertarLinea(const QString &cabecera, const QStringList &valores)
-{
-    QStringList citados;
-    for (const QString &v : valores)
-        citados << Q(v);
-    return db().Ejecutar(cabecera + citados.join(u',') + u')');
 }
 
 bool VentanaConcepto::BorrarLineaElegida(QTreeWidget *lista, const QString &tabla)
@@ -740,10 +724,9 @@ void VentanaConcepto::IngBrutosDet_Add()
 
         const QString proveedor = cboIdProv->currentText();
         const double id = IdMaximo(QStringLiteral("IVC_detIngBrutos"), proveedor) + 1;
-        const long n = InsertarLinea(QStringLiteral("insert into IVC_DetIngBrutos (USRSNRCUIT, PRVSNRCUIT, IVCdetId, "
-                                                    "IVCSNROFAC, IVCDETIB, IVCDETIBDSC, IVCDETIBVLR) values ("),
-                                     {s_.CuitUsuario, proveedor, conv::NumeroATexto(id), TxtNumero->text(),
-                                      conv::NumeroATexto(porcentaje), descripcion, conv::NumeroATexto(valor)});
+        const long n = db().Ejecutar(sentencias::AltaLineaIngBrutos(s_.CuitUsuario, proveedor, conv::NumeroATexto(id),
+                                                                    TxtNumero->text(), conv::NumeroATexto(porcentaje),
+                                                                    descripcion, conv::NumeroATexto(valor)));
         if (n > 0) {
             txtIVC_IngB->clear();
             txtIVC_IngBDesc->clear();
@@ -789,15 +772,13 @@ void VentanaConcepto::Gravados_Add()
         TxtGrav->setText(FormatMonto(monto));
 
         oDB::Recordset rs;
-        db().CrearRs(rs, QStringLiteral("select max(GRAVAD_id) as MaxId from IVC_Gravado ") + CondicionGravados());
+        db().CrearRs(rs, sentencias::IdMaximoGravado(s_.CuitUsuario, cboIdProv->currentText(), TxtNumero->text()));
         const QString maximo = rs.Abierto() && !rs.Eof() ? conv::Texto(rs(QStringLiteral("MaxId"))) : QString();
         rs.Close();
         const auto id = qint16(conv::Val(maximo) + 1);
 
         const long n = db().Ejecutar(
-            QStringLiteral("insert into IVC_Gravado (USRSNRCUIT,PRVSNRCUIT,IVCSNROFAC,GRAVAD_id,GRAVAD_Valor) values (") +
-            Q(s_.CuitUsuario) + u',' + Q(cboIdProv->currentText()) + u',' + Q(TxtNumero->text()) + u',' +
-            QString::number(id) + u',' + QStringLiteral("cdbl(") + Q(TxtGrav->text()) + QStringLiteral("))"));
+            sentencias::AltaGravado(s_.CuitUsuario, cboIdProv->currentText(), TxtNumero->text(), id, TxtGrav->text()));
         if (n <= 0)
             return;
         for (QComboBox *cbo : {cboGravadoIngBru, cboGravadoIVA})

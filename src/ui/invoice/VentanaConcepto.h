@@ -241,8 +241,6 @@ private:
     // The greatest line id of the company and supplier in a line table (over all their
     // invoices); 0 when they have none.
     double IdMaximo(const QString &tabla, const QString &proveedor);
-    // Inserts a line: the statement's head, then the values each between quotes; rows written.
-    long InsertarLinea(const QString &cabecera, const QStringList &valores);
     // Asks for and deletes the selected line of a list from its table; true when a row went.
     bool BorrarLineaElegida(QTreeWidget *lista, const QString &tabla);
     // Writes a total of the lines into a column of the header row.

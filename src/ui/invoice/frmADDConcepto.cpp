@@ -3,6 +3,7 @@
 #include "app/core/Seguimiento.h"
 #include "app/core/Sesion.h"
 #include "data/Convenciones.h"
+#include "data/SentenciasFactura.h"
 #include "data/oDB.h"
 #include "ui/common/ClCntrl.h"
 
@@ -48,17 +49,11 @@ void frmADDConcepto::Inicializar()
 
 QString frmADDConcepto::SentenciaInsert() const
 {
-    const QString c = QStringLiteral(",");
-    return QStringLiteral("insert into IVC (USRSNRCUIT,PRVSNRCUIT,IVCFPERIOD,IVCFCOMPRO,IVCSTIPFAC,IVCSNROFAC,"
-                          "IVCDNOGRAV,IVCDGRAVAD,IVARNI,IVARIN,IVCINGBRU,IVCFALTA, DESCRIPCION, DESCRIPCIONEXTRA) "
-                          "values (") +
-           Q(S().CuitUsuario) + c + Q(cboIdProv->currentText()) + c +
-           QStringLiteral("datevalue(") + Q(PeriodoActual()) + QStringLiteral("),") +
-           QStringLiteral("datevalue(") + Q(Format(QVariant(TxtFecha->text()), QStringLiteral("dd-mm-yyyy"))) +
-           QStringLiteral("),") + Q(cboTipo->currentText()) + c + Q(TxtNumero->text()) + c + Q(TxtNoGrav->text()) + c +
-           Q(lbGravTotal->text()) + c + QStringLiteral("'0','0','0',") + QStringLiteral("datevalue(") +
-           Q(Format(QVariant(conv::Hoy()), QStringLiteral("dd-mm-yyyy"))) + QStringLiteral("),") +
-           Q(txtDescripcion->text()) + c + Q(txtDescripcionExtra->text()) + u')';
+    return sentencias::AltaIVC({S().CuitUsuario, cboIdProv->currentText(), PeriodoActual(),
+                                Format(QVariant(TxtFecha->text()), QStringLiteral("dd-mm-yyyy")),
+                                cboTipo->currentText(), TxtNumero->text(), TxtNoGrav->text(), lbGravTotal->text(),
+                                Format(QVariant(conv::Hoy()), QStringLiteral("dd-mm-yyyy")), txtDescripcion->text(),
+                                txtDescripcionExtra->text()});
 }
 
 QString frmADDConcepto::SentenciaUpdate() const

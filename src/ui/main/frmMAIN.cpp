@@ -5,6 +5,7 @@
 #include "reports/Exportar.h"
 #include "reports/LibroImpreso.h"
 #include "ui/checks/frmVERIFICAR.h"
+#include "ui/checks/frmCONCILIAR.h"
 #include "ui/common/CerrarVentana.h"
 #include "ui/common/Teclas.h"
 #include "ui/invoice/frmADDConcepto.h"
@@ -136,7 +137,7 @@ frmMAIN::frmMAIN(Sesion &s, QWidget *parent) : QWidget(parent), s_(s)
     v->addLayout(pie);
     v->addWidget(Label2);
     // The keys of the additions beyond the original help line.
-    lbTeclasNuevas = Etiqueta(QStringLiteral("Verificar [F9]"), this);
+    lbTeclasNuevas = Etiqueta(QStringLiteral("Verificar [F9] - Conciliar [F8]"), this);
     lbTeclasNuevas->setObjectName(QStringLiteral("lbTeclasNuevas"));
     lbTeclasNuevas->setAlignment(Qt::AlignCenter);
     v->addWidget(lbTeclasNuevas);
@@ -228,6 +229,9 @@ bool frmMAIN::Form_KeyDown(int tecla)
     }
     case vb::vbKeyF9:
         AbrirVerificacion(s_, this, this);
+        return true;
+    case vb::vbKeyF8:
+        frmCONCILIAR::Abrir(s_, this, this);
         return true;
     case vb::vbKeyF10: {
         // The spreadsheet and the two tax-authority files of the period, columns separated by

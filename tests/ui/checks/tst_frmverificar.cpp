@@ -51,7 +51,7 @@ private slots:
         ArrancarYMostrar(w);
         QCOMPARE(w.Label2->text(), QStringLiteral("Proveedores [F5] - Agregar [Insert] - Modificar [Enter] - "
                                                   "Eliminar [Delete] - Opciones [F6] - Salir [Esc]"));
-        QCOMPARE(w.lbTeclasNuevas->text(), QStringLiteral("Verificar [F9]"));
+        QVERIFY(w.lbTeclasNuevas->text().contains(QStringLiteral("Verificar [F9]")));
 
         QTest::keyClick(w.Grd, Qt::Key_F9);
         QPointer<frmVERIFICAR> v = w.findChild<frmVERIFICAR *>();

@@ -1,0 +1,58 @@
+// ivacompras conciliar: the F8 reconciliation of one company and period with the tax
+// authority's list of received vouchers; with --cargar, the missing vouchers the book can keep
+// are brought in first.
+
+#include "app/Comandos.h"
+
+#include "app/core/Sesion.h"
+#include "checks/Conciliacion.h"
+#include "data/Convenciones.h"
+
+#include <cstdio>
+
+namespace {
+void Escribir(FILE *f, const QString &texto) { std::fputs(texto.toLocal8Bit().constData(), f); }
+} // namespace
+
+int ComandoConciliar(const QStringList &args)
+{
+    const QString archivo = Opcion(args, QStringLiteral("--archivo"));
+    const QString formato = TieneOpcion(args, QStringLiteral("--formato")) ? Opcion(args, QStringLiteral("--formato"))
+                                                                          : QStringLiteral("texto");
+    if (archivo.isEmpty() || (formato != u"texto" && formato != u"csv")) {
+        std::fprintf(stderr, "uso: ivacompras conciliar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo FILE "
+                             "[--cargar] [--formato texto|csv]\n");
+        return 2;
+    }
+    Sesion s;
+    MensajesConsola mensajes;
+    s.mensajes = &mensajes;
+    if (!PrepararSesion(s, args))
+        return 2;
+    try {
+        const recibidos::Lista lista = recibidos::Leer(archivo);
+        conciliacion::Resultado r = conciliacion::Conciliar(s, lista);
+        if (TieneOpcion(args, QStringLiteral("--cargar"))) {
+            QVector<recibidos::Comprobante> elegidos;
+            for (const conciliacion::Faltante &f : r.faltantes)
+                if (f.Cargable())
+                    elegidos << f.c;
+            const int n = conciliacion::Cargar(s, elegidos);
+            Escribir(stderr, QStringLiteral("Comprobantes cargados en el período %2: %1.\n")
+                                 .arg(n)
+                                 .arg(conv::Format(QVariant(s.PeriodoDesde), QStringLiteral("mm/yyyy"))));
+            r = conciliacion::Conciliar(s, lista);
+        }
+        Escribir(stdout, conciliacion::Informe(r, formato == u"csv"));
+        return r.Coinciden() ? 0 : 1;
+    } catch (const recibidos::ErrorLectura &e) {
+        Escribir(stderr, e.mensaje + u'\n');
+    } catch (const conciliacion::ErrorEmpresa &e) {
+        Escribir(stderr, e.mensaje + u'\n');
+    } catch (const oDB::ErrorBD &e) {
+        Escribir(stderr, QStringLiteral("No se pudo conciliar: %1\n").arg(e.descripcion));
+    } catch (const conv::ErrorConversion &e) {
+        Escribir(stderr, QStringLiteral("No se pudo conciliar: %1\n").arg(e.descripcion));
+    }
+    return 2;
+}

@@ -1,0 +1,428 @@
+#include "checks/Conciliacion.h"
+
+#include "app/core/Sesion.h"
+#include "data/Convenciones.h"
+#include "data/SentenciasFactura.h"
+#include "data/oDB.h"
+
+#include <QHash>
+#include <QMap>
+#include <QSet>
+#include <algorithm>
+#include <cmath>
+
+using oDB::Q;
+using recibidos::Comprobante;
+using recibidos::Digitos;
+
+namespace conciliacion {
+
+namespace {
+
+const QString kMoneda = QStringLiteral("00.00");
+constexpr double kCentavo = 0.01 + 1e-9;
+
+QString Monto(double n) { return conv::Format(QVariant(n), kMoneda); }
+double Redondeado(double n) { return conv::CDbl(Monto(n)); }
+
+// The point of sale and the number of a book number: the digits before and after its "-", or,
+// without one, the last 8 characters as the number and the rest as the point of sale.
+bool PartesNumero(const QString &texto, int &punto, qint64 &numero)
+{
+    const QString t = texto.trimmed();
+    const qsizetype guion = t.lastIndexOf(u'-');
+    const QString a = guion >= 0 ? t.left(guion) : t.left(std::max<qsizetype>(0, t.size() - 8));
+    const QString b = guion >= 0 ? t.mid(guion + 1) : t.right(8);
+    const QString da = Digitos(a), db = Digitos(b);
+    if (db.isEmpty() || da.size() > 9 || db.size() > 18)
+        return false;
+    punto = da.isEmpty() ? 0 : da.toInt();
+    numero = db.toLongLong();
+    return true;
+}
+
+// The key of a voucher: supplier digits, type and the numeric point of sale and number; the
+// type is left out when comparing numbers only.
+QString Clave(const QString &cuit, const QString &tipo, int punto, qint64 numero)
+{
+    return cuit + u'|' + tipo.trimmed().toUpper() + u'|' + QString::number(punto) + u'|' + QString::number(numero);
+}
+QString ClaveDe(const Comprobante &c) { return Clave(c.cuitEmisor, c.tipoLibro, c.puntoVenta, c.numero); }
+
+struct Proveedores {
+    QHash<QString, QString> cuit;   // digits -> PRVSNRCUIT
+    QHash<QString, QString> nombre; // PRVSNRCUIT -> PRVSNOMBRE
+};
+
+Proveedores LeerProveedores(oDB::clManejo &db)
+{
+    Proveedores p;
+    oDB::Recordset rs;
+    if (db.CrearRs(rs, QStringLiteral("select PRVSNRCUIT, PRVSNOMBRE from PRV")))
+        for (; !rs.Eof(); rs.MoveNext()) {
+            const QString cuit = conv::Texto(rs.Fields(0));
+            p.cuit.insert(Digitos(cuit), cuit);
+            p.nombre.insert(cuit, conv::Texto(rs.Fields(1)));
+        }
+    return p;
+}
+
+// The invoices a supplier has in the book over all periods, each by its key with the type and
+// by its key without it; the value is the period "mm/yyyy".
+QHash<QString, QString> FacturasDelProveedor(oDB::clManejo &db, const QString &empresa, const QString &cuitLibro)
+{
+    QHash<QString, QString> claves;
+    oDB::Recordset rs;
+    if (!db.CrearRs(rs, QStringLiteral("select IVCSTIPFAC, IVCSNROFAC, IVCFPERIOD from IVC where USRSNRCUIT = ") +
+                            Q(empresa) + QStringLiteral(" and PRVSNRCUIT = ") + Q(cuitLibro)))
+        return claves;
+    const QString digitos = Digitos(cuitLibro);
+    for (; !rs.Eof(); rs.MoveNext()) {
+        int punto = 0;
+        qint64 numero = 0;
+        if (PartesNumero(conv::Texto(rs.Fields(1)), punto, numero)) {
+            const QString periodo = conv::Format(rs.Fields(2), QStringLiteral("mm/yyyy"));
+            claves.insert(Clave(digitos, conv::Texto(rs.Fields(0)), punto, numero), periodo);
+            claves.insert(Clave(digitos, QString(), punto, numero), periodo);
+        }
+    }
+    return claves;
+}
+
+bool Iguales(double a, double b) { return std::fabs(a - b) <= kCentavo; }
+
+QString NombreTasa(double tasa) { return QStringLiteral("IVA ") + conv::NumeroATexto(tasa) + u'%'; }
+
+} // namespace
+
+QString Faltante::Observacion() const
+{
+    if (c.tipoLibro.isEmpty())
+        return QStringLiteral("no se puede cargar (") + c.DescripcionTipo() + u')';
+    if (!periodoCargada.isEmpty())
+        return QStringLiteral("ya cargada en el período ") + periodoCargada;
+    return QString();
+}
+
+QString CuitEnLibro(Sesion &s, const QString &digitos)
+{
+    return LeerProveedores(*s.dbLibro).cuit.value(digitos, digitos);
+}
+
+Resultado Conciliar(Sesion &s, const recibidos::Lista &lista)
+{
+    const QString empresa = Digitos(s.CuitUsuario);
+    if (!lista.cuitReceptor.isEmpty() && lista.cuitReceptor != empresa)
+        throw ErrorEmpresa{QStringLiteral("El archivo es la lista de la CUIT %1 y la empresa actual tiene la CUIT %2: "
+                                          "no se puede conciliar.")
+                               .arg(lista.cuitReceptor, s.CuitUsuario)};
+    oDB::clManejo &db = *s.dbLibro;
+    const Proveedores prv = LeerProveedores(db);
+    const QString periodo = QStringLiteral(" and IVCFPERIOD = datevalue(") + Q(s.PeriodoDesde) + u')';
+
+    // The invoices of the period and their VAT by rate.
+    QVector<FacturaLibro> libro;
+    QHash<QString, int> porClave;
+    QHash<QString, int> porNumero; // supplier + number text -> invoice, for the VAT lines
+    oDB::Recordset rs;
+    if (db.CrearRs(rs, QStringLiteral("select PRVSNRCUIT, IVCSTIPFAC, IVCSNROFAC, IVCFCOMPRO, IVCDGRAVAD, IVCDNOGRAV, "
+                                      "IVARIN, IVCINGBRU from IVC where USRSNRCUIT = ") +
+                           Q(s.CuitUsuario) + periodo)) {
+        libro.reserve(rs.RecordCount());
+        for (; !rs.Eof(); rs.MoveNext()) {
+            FacturaLibro f;
+            f.proveedor = conv::Texto(rs.Fields(0));
+            f.nombre = prv.nombre.value(f.proveedor);
+            f.tipo = conv::Texto(rs.Fields(1));
+            f.numero = conv::Texto(rs.Fields(2));
+            f.fecha = rs.Fields(3).toDate();
+            f.gravado = s.oFormato->EsNumero(rs.Fields(4));
+            f.noGravado = s.oFormato->EsNumero(rs.Fields(5));
+            f.iva = s.oFormato->EsNumero(rs.Fields(6));
+            f.ingBrutos = s.oFormato->EsNumero(rs.Fields(7));
+            int punto = 0;
+            qint64 numero = 0;
+            const int i = int(libro.size());
+            if (PartesNumero(f.numero, punto, numero))
+                porClave.insert(Clave(Digitos(f.proveedor), f.tipo, punto, numero), i);
+            porNumero.insert(f.proveedor.toUpper() + u'|' + f.numero.toUpper(), i);
+            libro << f;
+        }
+    }
+    QVector<QMap<double, double>> ivaPorTasa(libro.size());
+    if (db.CrearRs(rs, QStringLiteral("select d.PRVSNRCUIT, d.IVCSNROFAC, d.IVCDETIVA, d.IVCDETVLR from IVC i "
+                                      "inner join IVC_DetIVA d on d.USRSNRCUIT = i.USRSNRCUIT and "
+                                      "d.PRVSNRCUIT = i.PRVSNRCUIT and d.IVCSNROFAC = i.IVCSNROFAC "
+                                      "where i.USRSNRCUIT = ") +
+                           Q(s.CuitUsuario) + QStringLiteral(" and i.IVCFPERIOD = datevalue(") + Q(s.PeriodoDesde) +
+                           u')'))
+        for (; !rs.Eof(); rs.MoveNext()) {
+            const int i = porNumero.value(conv::Texto(rs.Fields(0)).toUpper() + u'|' + conv::Texto(rs.Fields(1)).toUpper(), -1);
+            if (i >= 0)
+                ivaPorTasa[i][conv::Redondear(s.oFormato->EsNumero(rs.Fields(2)), 2)] += s.oFormato->EsNumero(rs.Fields(3));
+        }
+
+    Resultado r;
+    QVector<bool> visto(libro.size(), false);
+    QVector<int> sinLibro; // faltantes that may sit in another period
+    for (const Comprobante &c : lista.comprobantes) {
+        const int i = c.tipoLibro.isEmpty() ? -1 : porClave.value(ClaveDe(c), -1);
+        if (i < 0 || visto[i]) {
+            if (!c.tipoLibro.isEmpty())
+                sinLibro << int(r.faltantes.size());
+            r.faltantes << Faltante{c, QString()};
+            continue;
+        }
+        visto[i] = true;
+        const FacturaLibro &f = libro[i];
+        Distinta d{c, f, {}};
+        auto comparar = [&](const QString &concepto, double enLibro, double enArchivo) {
+            if (!Iguales(enLibro, enArchivo))
+                d.diferencias << Diferencia{concepto, Redondeado(enLibro), Redondeado(enArchivo)};
+        };
+        comparar(QStringLiteral("Gravado"), f.gravado, c.netoGravado);
+        comparar(QStringLiteral("No gravado"), f.noGravado, c.noGravado + c.exento);
+        comparar(QStringLiteral("IVA"), f.iva, c.iva);
+        if (c.porTasa) {
+            QMap<double, double> tasas = ivaPorTasa[i];
+            QMap<double, double> delArchivo;
+            for (const recibidos::Alicuota &a : c.alicuotas)
+                if (a.iva != 0 || a.tasa != 0)
+                    delArchivo[a.tasa] += a.iva;
+            for (auto it = delArchivo.cbegin(); it != delArchivo.cend(); ++it)
+                tasas.insert(it.key(), tasas.value(it.key()));
+            for (auto it = tasas.cbegin(); it != tasas.cend(); ++it)
+                comparar(NombreTasa(it.key()), it.value(), delArchivo.value(it.key()));
+        }
+        comparar(QStringLiteral("Total"), f.Total(), c.total);
+        if (d.diferencias.isEmpty())
+            ++r.iguales;
+        else
+            r.distintas << d;
+    }
+
+    // Missing ones that the book holds in another period: one reading per supplier.
+    QHash<QString, QHash<QString, QString>> otros;
+    for (int k : sinLibro) {
+        Faltante &f = r.faltantes[k];
+        auto it = otros.find(f.c.cuitEmisor);
+        if (it == otros.end())
+            it = otros.insert(f.c.cuitEmisor,
+                              FacturasDelProveedor(db, s.CuitUsuario, prv.cuit.value(f.c.cuitEmisor, f.c.cuitEmisor)));
+        // The same number under another type is also in the book: it cannot go in again.
+        f.periodoCargada = it->value(ClaveDe(f.c), it->value(Clave(f.c.cuitEmisor, QString(), f.c.puntoVenta, f.c.numero)));
+        // A voucher listed twice in the file is in the book once it is matched.
+        if (f.periodoCargada.isEmpty() && porClave.contains(ClaveDe(f.c)))
+            f.periodoCargada = conv::Format(QVariant(s.PeriodoDesde), QStringLiteral("mm/yyyy"));
+    }
+
+    for (int i = 0; i < libro.size(); ++i)
+        if (!visto[i])
+            r.soloEnLibro << libro[i];
+    std::stable_sort(r.soloEnLibro.begin(), r.soloEnLibro.end(), [](const FacturaLibro &a, const FacturaLibro &b) {
+        return a.fecha != b.fecha ? a.fecha < b.fecha : a.numero < b.numero;
+    });
+    return r;
+}
+
+QString Informe(const Resultado &r, bool csv)
+{
+    auto fecha = [](const QDate &d) { return conv::FechaCorta(d); };
+    QStringList lineas;
+    if (csv) {
+        lineas << QStringLiteral("grupo;fecha;tipo;numero;cuit;denominacion;concepto;libro;archivo;diferencia;observacion");
+        auto fila = [&](const QString &grupo, const QDate &d, const QString &tipo, const QString &numero,
+                        const QString &cuit, QString nombre, const QString &concepto, const QString &libro,
+                        const QString &archivo, const QString &dif, const QString &obs) {
+            nombre.replace(u';', u',');
+            lineas << QStringList{grupo, fecha(d), tipo, numero, cuit, nombre, concepto, libro, archivo, dif, obs}.join(u';');
+        };
+        for (const Faltante &f : r.faltantes) {
+            QString obs = f.Observacion();
+            if (f.Revisar())
+                obs += (obs.isEmpty() ? QString() : QStringLiteral(", ")) + QStringLiteral("revisar otros tributos");
+            fila(QStringLiteral("falta en el libro"), f.c.fecha, f.c.tipoLibro.isEmpty() ? QString::number(f.c.codigo) : f.c.tipoLibro,
+                 f.c.NumeroLibro(), f.c.cuitEmisor, f.c.denominacion, QStringLiteral("Total"), QString(), Monto(f.c.total),
+                 QString(), obs);
+        }
+        for (const FacturaLibro &b : r.soloEnLibro)
+            fila(QStringLiteral("falta en el archivo"), b.fecha, b.tipo, b.numero, b.proveedor, b.nombre,
+                 QStringLiteral("Total"), Monto(b.Total()), QString(), QString(), QString());
+        for (const Distinta &d : r.distintas)
+            for (const Diferencia &x : d.diferencias)
+                fila(QStringLiteral("diferente"), d.libro.fecha, d.libro.tipo, d.libro.numero, d.libro.proveedor,
+                     d.libro.nombre, x.concepto, Monto(x.libro), Monto(x.archivo), Monto(x.Importe()), QString());
+        return lineas.join(u'\n') + u'\n';
+    }
+    lineas << QStringLiteral("En el archivo y no en el libro: %1").arg(r.faltantes.size());
+    for (const Faltante &f : r.faltantes) {
+        QString l = QStringLiteral("  %1  %2  %3  %4  %5  total %6")
+                        .arg(fecha(f.c.fecha), f.c.tipoLibro.isEmpty() ? QString::number(f.c.codigo) : f.c.tipoLibro,
+                             f.c.NumeroLibro(), f.c.cuitEmisor, f.c.denominacion, Monto(f.c.total));
+        if (!f.Observacion().isEmpty())
+            l += QStringLiteral("  ") + f.Observacion();
+        if (f.Revisar())
+            l += QStringLiteral("  revisar: otros tributos %1").arg(Monto(f.c.otrosTributos));
+        lineas << l;
+    }
+    lineas << QStringLiteral("En el libro y no en el archivo: %1").arg(r.soloEnLibro.size());
+    for (const FacturaLibro &b : r.soloEnLibro)
+        lineas << QStringLiteral("  %1  %2  %3  %4  %5  total %6")
+                      .arg(fecha(b.fecha), b.tipo, b.numero, b.proveedor, b.nombre, Monto(b.Total()));
+    lineas << QStringLiteral("En ambos con diferencias: %1").arg(r.distintas.size());
+    for (const Distinta &d : r.distintas) {
+        lineas << QStringLiteral("  %1  %2  %3  %4  %5")
+                      .arg(fecha(d.libro.fecha), d.libro.tipo, d.libro.numero, d.libro.proveedor, d.libro.nombre);
+        for (const Diferencia &x : d.diferencias)
+            lineas << QStringLiteral("      %1: libro %2  archivo %3  diferencia %4")
+                          .arg(x.concepto, Monto(x.libro), Monto(x.archivo), Monto(x.Importe()));
+    }
+    lineas << QStringLiteral("Iguales: %1").arg(r.iguales);
+    return lineas.join(u'\n') + u'\n';
+}
+
+namespace {
+
+// The lines of a voucher as a person would type them in the add window.
+struct Lineas {
+    QVector<double> gravados;
+    QVector<recibidos::Alicuota> iva;
+    double noGravado = 0;
+};
+
+Lineas LineasDe(const Comprobante &c)
+{
+    Lineas l;
+    double suma = 0;
+    if (c.porTasa)
+        for (const recibidos::Alicuota &a : c.alicuotas)
+            if (a.neto != 0) {
+                l.gravados << a.neto;
+                suma += a.neto;
+            }
+    // A taxed amount the rates do not explain (or the older form's whole taxed amount).
+    if (!Iguales(suma, c.netoGravado))
+        l.gravados << conv::Redondear(c.netoGravado - suma, 2);
+    if (c.porTasa) {
+        for (const recibidos::Alicuota &a : c.alicuotas)
+            if (a.iva != 0)
+                l.iva << a;
+    } else if (c.iva != 0) {
+        // The older form gives the VAT whole: its rate is the usual one that yields it, or the
+        // rate it shows over the taxed amount.
+        double tasa = c.netoGravado != 0 ? conv::Redondear(c.iva * 100 / c.netoGravado, 2) : 0;
+        for (double t : {21.0, 10.5, 27.0, 5.0, 2.5})
+            if (Iguales(conv::Redondear(c.netoGravado * t / 100, 2), c.iva))
+                tasa = t;
+        l.iva << recibidos::Alicuota{tasa, c.netoGravado, c.iva};
+    }
+    l.noGravado = c.noGravado + c.exento;
+    // What the total holds beyond its parts (a voucher C gives only its total) is not taxed.
+    const double resto = c.total - (c.netoGravado + l.noGravado + c.iva + c.otrosTributos);
+    if (!Iguales(resto, 0))
+        l.noGravado += resto;
+    l.noGravado = conv::Redondear(l.noGravado, 2);
+    return l;
+}
+
+double IdMaximo(oDB::clManejo &db, const QString &sql, const QString &campo)
+{
+    oDB::Recordset rs;
+    db.CrearRs(rs, sql);
+    const QString maximo = rs.Abierto() && !rs.Eof() ? conv::Texto(rs(campo)) : QString();
+    return conv::Val(maximo);
+}
+
+} // namespace
+
+int Cargar(Sesion &s, const QVector<Comprobante> &elegidos)
+{
+    oDB::clManejo &db = *s.dbLibro;
+    const QString empresa = s.CuitUsuario;
+    const QString periodo = conv::Format(QVariant(s.PeriodoDesde), QStringLiteral("dd-mm-yyyy"));
+    const QString hoy = conv::Format(QVariant(conv::Hoy()), QStringLiteral("dd-mm-yyyy"));
+    int cargadas = 0;
+    db.Empezar();
+    try {
+        Proveedores prv = LeerProveedores(db);
+        QHash<QString, QHash<QString, QString>> numeros; // supplier digits -> numbers in the book
+        for (const Comprobante &c : elegidos) {
+            if (c.tipoLibro.isEmpty())
+                continue;
+            QString proveedor = prv.cuit.value(c.cuitEmisor);
+            if (proveedor.isEmpty()) {
+                proveedor = c.cuitEmisor;
+                QString nombre = c.denominacion.trimmed().isEmpty() ? c.cuitEmisor : c.denominacion.trimmed();
+                nombre.replace(u'\'', QStringLiteral("´"));
+                db.Ejecutar(QStringLiteral("INSERT INTO PRV(PRVSNRCUIT,PRVSNOMBRE,PRVSDOMICI,PRVSTELFON,PRVSEMAIL,"
+                                           "PRVSCONTAC,PRVFALTA) values (") +
+                            Q(proveedor) + u',' + Q(nombre) + QStringLiteral(",'','','','',datevalue(") +
+                            Q(conv::Texto(conv::Hoy())) + QStringLiteral("))"));
+                prv.cuit.insert(c.cuitEmisor, proveedor);
+                prv.nombre.insert(proveedor, nombre);
+            }
+            // Never a second invoice with a number the supplier already has, in any period.
+            auto it = numeros.find(c.cuitEmisor);
+            if (it == numeros.end())
+                it = numeros.insert(c.cuitEmisor, FacturasDelProveedor(db, empresa, proveedor));
+            const QString clave = Clave(c.cuitEmisor, QString(), c.puntoVenta, c.numero);
+            const QString numero = c.NumeroLibro();
+            oDB::Recordset dup;
+            if (it->contains(clave) || db.CrearRs(dup, sentencias::BuscarDuplicado(empresa, proveedor, numero)))
+                continue;
+            it->insert(clave, QString());
+
+            const Lineas l = LineasDe(c);
+            // The taxed amounts first: the add window takes them before the header exists.
+            for (double g : l.gravados) {
+                const int id = int(IdMaximo(db, sentencias::IdMaximoGravado(empresa, proveedor, numero),
+                                            QStringLiteral("MaxId")) + 1);
+                db.Ejecutar(sentencias::AltaGravado(empresa, proveedor, numero, id, Monto(g)));
+            }
+            oDB::Recordset rs;
+            db.CrearRs(rs, QStringLiteral("select sum(GRAVAD_Valor) as TotalGravados from IVC_Gravado ") +
+                               sentencias::CondicionGravados(empresa, proveedor, numero));
+            const QString gravado = Monto(s.oFormato->EsNumero(rs(QStringLiteral("totalgravados"))));
+            db.Ejecutar(sentencias::AltaIVC({empresa, proveedor, periodo,
+                                             conv::Format(QVariant(c.fecha), QStringLiteral("dd-mm-yyyy")), c.tipoLibro,
+                                             numero, Monto(l.noGravado), gravado, hoy, QString(), QString()}));
+            double sumaIVA = 0;
+            for (const recibidos::Alicuota &a : l.iva) {
+                const double tasa = conv::CDbl(Monto(a.tasa));
+                const double valor = conv::CDbl(Monto(a.iva));
+                const long id = std::lround(
+                    IdMaximo(db, sentencias::IdMaximoLinea(QStringLiteral("IVC_DetIVA"), empresa, proveedor),
+                             QStringLiteral("idmax")) + 1);
+                db.Ejecutar(sentencias::AltaLineaIVA(empresa, proveedor, QString::number(id), numero,
+                                                     conv::NumeroATexto(tasa),
+                                                     QStringLiteral("Iva del ") + conv::NumeroATexto(a.tasa) + u':',
+                                                     conv::NumeroATexto(valor)));
+                sumaIVA += valor;
+                db.Ejecutar(sentencias::TotalCabecera(QStringLiteral("IVARIN"), sumaIVA, empresa, proveedor, numero));
+            }
+            if (c.otrosTributos != 0) {
+                // Entered by its amount: the percentage is that of the amount over the taxed
+                // total, or 0 without a taxed amount.
+                const double valor = conv::CDbl(Monto(c.otrosTributos));
+                const double base = conv::CDbl(gravado);
+                const double porcentaje = base != 0 ? conv::CDbl(Monto(valor * 100 / base)) : 0;
+                const double id = IdMaximo(db, sentencias::IdMaximoLinea(QStringLiteral("IVC_detIngBrutos"), empresa,
+                                                                          proveedor),
+                                           QStringLiteral("idmax")) + 1;
+                db.Ejecutar(sentencias::AltaLineaIngBrutos(empresa, proveedor, conv::NumeroATexto(id), numero,
+                                                           conv::NumeroATexto(porcentaje),
+                                                           QStringLiteral("Otros tributos (según ARCA)"),
+                                                           conv::NumeroATexto(valor)));
+                db.Ejecutar(sentencias::TotalCabecera(QStringLiteral("IVCINGBRU"), valor, empresa, proveedor, numero));
+            }
+            ++cargadas;
+        }
+        db.Confirmar();
+    } catch (...) {
+        db.Deshacer();
+        throw;
+    }
+    return cargadas;
+}
+
+} // namespace conciliacion

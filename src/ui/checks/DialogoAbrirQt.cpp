@@ -1,0 +1,14 @@
+#include "ui/checks/DialogoAbrirQt.h"
+
+#include <QDir>
+#include <QFileDialog>
+
+QString DialogoAbrirQt::Abrir(const QString &titulo, const QList<FiltroArchivo> &filtros,
+                              const QString &carpetaInicial, QWidget *propietario)
+{
+    QStringList lista;
+    for (const FiltroArchivo &f : filtros)
+        lista << f.descripcion + QStringLiteral(" (") + f.patron + u')';
+    const QString carpeta = QDir(carpetaInicial).exists() ? carpetaInicial : QDir::homePath();
+    return QFileDialog::getOpenFileName(propietario, titulo, carpeta, lista.join(QStringLiteral(";;")));
+}
