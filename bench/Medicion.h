@@ -3,6 +3,8 @@
 // both ways, the result line and the program's frame (arguments, the large book, its errors).
 
 #include "GeneradorLibro.h"
+#include "app/core/DialogoGuardar.h"
+#include "app/core/Servicios.h"
 
 #include <QByteArray>
 #include <sqlite3.h>
@@ -13,6 +15,30 @@
 #include <vector>
 
 namespace banco {
+
+// The save dialog of a measured export: it always answers the same file.
+class DialogoFijo : public DialogoGuardar
+{
+public:
+    QString ruta;
+    QString GuardarComo(const QString &, const QList<FiltroArchivo> &, const QString &, const QString &,
+                        QWidget *) override
+    {
+        return ruta;
+    }
+};
+
+// The messages of a measured run, kept to check that it ended as expected.
+class MensajesContados : public Mensajes
+{
+public:
+    QStringList textos;
+    int MsgBox(const QString &texto, int, const QString &) override
+    {
+        textos << texto;
+        return vb::vbOK;
+    }
+};
 
 // Runs a statement on the bare SQLite API and keeps every column of every row as text, calling
 // porFila after each row; the number of rows. A statement that does not prepare ends the

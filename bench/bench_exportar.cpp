@@ -22,28 +22,6 @@
 
 namespace {
 
-class DialogoFijo : public DialogoGuardar
-{
-public:
-    QString ruta;
-    QString GuardarComo(const QString &, const QList<FiltroArchivo> &, const QString &, const QString &,
-                        QWidget *) override
-    {
-        return ruta;
-    }
-};
-
-class MensajesContados : public Mensajes
-{
-public:
-    QStringList textos;
-    int MsgBox(const QString &texto, int, const QString &) override
-    {
-        textos << texto;
-        return vb::vbOK;
-    }
-};
-
 int Columna(sqlite3_stmt *st, const char *nombre)
 {
     for (int c = 0; c < sqlite3_column_count(st); ++c)
@@ -87,9 +65,9 @@ void Medir(const banco::LibroGrande &libro, const banco::PeriodoMedido &p, int c
     QTemporaryDir dir;
     auto s = banco::AbrirSesion(libro, p);
     s->ajustes = Ajustes(dir.path());
-    DialogoFijo dialogo;
+    banco::DialogoFijo dialogo;
     dialogo.ruta = dir.filePath(QStringLiteral("periodo.xls"));
-    MensajesContados mensajes;
+    banco::MensajesContados mensajes;
     s->dialogo = &dialogo;
     s->mensajes = &mensajes;
     sqlite3 *db = oDB::clManejo::Abrir(libro.carpeta + QStringLiteral("kestrel.mdb"), false);

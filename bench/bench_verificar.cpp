@@ -18,36 +18,14 @@
 
 namespace {
 
-class DialogoFijo : public DialogoGuardar
-{
-public:
-    QString ruta;
-    QString GuardarComo(const QString &, const QList<FiltroArchivo> &, const QString &, const QString &,
-                        QWidget *) override
-    {
-        return ruta;
-    }
-};
-
-class MensajesContados : public Mensajes
-{
-public:
-    int cantidad = 0;
-    int MsgBox(const QString &, int, const QString &) override
-    {
-        ++cantidad;
-        return vb::vbOK;
-    }
-};
-
 void Medir(const banco::LibroGrande &libro, const banco::PeriodoMedido &p, int corridas, bool objetivo)
 {
     QTemporaryDir dir;
     auto s = banco::AbrirSesion(libro, p);
     s->ajustes = Ajustes(dir.path());
-    DialogoFijo dialogo;
+    banco::DialogoFijo dialogo;
     dialogo.ruta = dir.filePath(QStringLiteral("periodo.xls"));
-    MensajesContados mensajes;
+    banco::MensajesContados mensajes;
     s->dialogo = &dialogo;
     s->mensajes = &mensajes;
     QString tab = QStringLiteral("\t");

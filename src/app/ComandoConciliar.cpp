@@ -17,8 +17,7 @@ void Escribir(FILE *f, const QString &texto) { std::fputs(texto.toLocal8Bit().co
 int ComandoConciliar(const QStringList &args)
 {
     const QString archivo = Opcion(args, QStringLiteral("--archivo"));
-    const QString formato = TieneOpcion(args, QStringLiteral("--formato")) ? Opcion(args, QStringLiteral("--formato"))
-                                                                          : QStringLiteral("texto");
+    const QString formato = Opcion(args, QStringLiteral("--formato"), QStringLiteral("texto"));
     if (archivo.isEmpty() || (formato != u"texto" && formato != u"csv")) {
         std::fprintf(stderr, "uso: ivacompras conciliar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo FILE "
                              "[--cargar] [--formato texto|csv]\n");

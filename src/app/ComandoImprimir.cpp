@@ -39,12 +39,8 @@ int ComandoImprimir(const QStringList &args)
                              "(--pdf RUTA | --texto RUTA) [--fuente N] [--lineas N]"));
         return 2;
     }
-    const QString textoFuente = TieneOpcion(args, QStringLiteral("--fuente"))
-                                    ? Opcion(args, QStringLiteral("--fuente"))
-                                    : QStringLiteral("9");
-    const QString textoLineas = TieneOpcion(args, QStringLiteral("--lineas"))
-                                    ? Opcion(args, QStringLiteral("--lineas"))
-                                    : QStringLiteral("30");
+    const QString textoFuente = Opcion(args, QStringLiteral("--fuente"), QStringLiteral("9"));
+    const QString textoLineas = Opcion(args, QStringLiteral("--lineas"), QStringLiteral("30"));
     // The same checks as the main window's print fields.
     const auto fuente = conv::ANumero(textoFuente);
     if (!fuente) {

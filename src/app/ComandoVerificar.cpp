@@ -67,8 +67,7 @@ QString Csv(QString s)
 
 int ComandoVerificar(const QStringList &args)
 {
-    const QString formato = TieneOpcion(args, QStringLiteral("--formato")) ? Opcion(args, QStringLiteral("--formato"))
-                                                                          : QStringLiteral("texto");
+    const QString formato = Opcion(args, QStringLiteral("--formato"), QStringLiteral("texto"));
     if (formato != QLatin1String("texto") && formato != QLatin1String("csv")) {
         std::fprintf(stderr, "uso: ivacompras verificar --datos DIR --cuit CUIT --periodo MM/AAAA "
                              "[--formato texto|csv]\n");

@@ -27,6 +27,11 @@ QString Opcion(const QStringList &args, const QString &nombre)
     return i >= 0 && i + 1 < args.size() ? args[i + 1] : QString();
 }
 
+QString Opcion(const QStringList &args, const QString &nombre, const QString &porDefecto)
+{
+    return args.contains(nombre) ? Opcion(args, nombre) : porDefecto;
+}
+
 bool TieneOpcion(const QStringList &args, const QString &nombre) { return args.contains(nombre); }
 
 bool PrepararSesion(Sesion &s, const QStringList &args)

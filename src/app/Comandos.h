@@ -8,6 +8,8 @@ struct Sesion;
 
 // The value that follows "--name" in args; empty when absent.
 QString Opcion(const QStringList &args, const QString &nombre);
+// The same, or porDefecto when "--name" is not given at all.
+QString Opcion(const QStringList &args, const QString &nombre, const QString &porDefecto);
 bool TieneOpcion(const QStringList &args, const QString &nombre);
 
 // Prepares a session for a command that works on one company and period, as the company and
