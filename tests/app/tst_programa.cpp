@@ -1,4 +1,6 @@
-// What the program checks before its windows, and its message boxes answered from the keyboard.
+// What the program checks before its windows, and its message boxes answered from the keyboard,
+// wide enough for the title the window manager puts over them (the program's name when the box
+// has none).
 
 #include "ui/common/MensajesQt.h"
 #include "ui/main/Arranque.h"
@@ -12,6 +14,7 @@ class TstPrograma : public QObject
 {
     Q_OBJECT
 private slots:
+    void initTestCase() { QApplication::setApplicationName(QStringLiteral("IVA Compras")); }
     void hayPantalla_data()
     {
         QTest::addColumn<QString>("variable");
@@ -40,15 +43,17 @@ private slots:
         QTest::addColumn<int>("botones");
         QTest::addColumn<int>("tecla");
         QTest::addColumn<int>("respuesta");
+        QTest::addColumn<QString>("titulo");
+        const QString largo = QStringLiteral("Confirmación de la operación de exportación del período");
         const int ok = QMessageBox::Ok, sino = QMessageBox::Yes | QMessageBox::No;
         const int enter = Qt::Key_Return, esc = Qt::Key_Escape;
-        QTest::newRow("critico, Enter") << vb::vbCritical + vb::vbSystemModal << int(QMessageBox::Critical) << ok << enter << int(vb::vbOK);
-        QTest::newRow("aviso, Esc") << int(vb::vbExclamation) << int(QMessageBox::Warning) << ok << esc << int(vb::vbOK);
-        QTest::newRow("informacion") << int(vb::vbInformation) << int(QMessageBox::Information) << ok << enter << int(vb::vbOK);
-        QTest::newRow("pregunta, Si") << vb::vbYesNo + vb::vbQuestion << int(QMessageBox::Question) << sino << enter << int(vb::vbYes);
-        QTest::newRow("pregunta, No por defecto") << vb::vbYesNo + vb::vbQuestion + 256 << int(QMessageBox::Question) << sino << enter << int(vb::vbNo);
+        QTest::newRow("critico, Enter") << vb::vbCritical + vb::vbSystemModal << int(QMessageBox::Critical) << ok << enter << int(vb::vbOK) << "Confirmación";
+        QTest::newRow("aviso, Esc, sin título") << int(vb::vbExclamation) << int(QMessageBox::Warning) << ok << esc << int(vb::vbOK) << "";
+        QTest::newRow("informacion, título largo") << int(vb::vbInformation) << int(QMessageBox::Information) << ok << enter << int(vb::vbOK) << largo;
+        QTest::newRow("pregunta, Si") << vb::vbYesNo + vb::vbQuestion << int(QMessageBox::Question) << sino << enter << int(vb::vbYes) << "Confirmación";
+        QTest::newRow("pregunta, No por defecto") << vb::vbYesNo + vb::vbQuestion + 256 << int(QMessageBox::Question) << sino << enter << int(vb::vbNo) << "";
         QTest::newRow("aceptar o cancelar, Esc") << int(vb::vbOKCancel) << int(QMessageBox::NoIcon)
-                                                 << int(QMessageBox::Ok | QMessageBox::Cancel) << esc << int(vb::vbCancel);
+                                                 << int(QMessageBox::Ok | QMessageBox::Cancel) << esc << int(vb::vbCancel) << "";
     }
     void mensajes()
     {
@@ -57,13 +62,15 @@ private slots:
         QFETCH(int, botones);
         QFETCH(int, tecla);
         QFETCH(int, respuesta);
-        QString texto, titulo;
-        int iconoVisto = -1, botonesVistos = 0;
+        QFETCH(QString, titulo);
+        QString texto, tituloVisto;
+        int iconoVisto = -1, botonesVistos = 0, ancho = 0;
         QTimer::singleShot(0, [&] {
             auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
             QVERIFY(box);
             texto = box->text();
-            titulo = box->windowTitle();
+            tituloVisto = box->windowTitle();
+            ancho = box->width();
             iconoVisto = box->icon();
             botonesVistos = box->standardButtons().toInt();
             QTest::keyClick(box, Qt::Key(tecla));
@@ -71,10 +78,13 @@ private slots:
                 box->done(0);
         });
         MensajesQt m;
-        QCOMPARE(m.MsgBox(QStringLiteral("Falta algo.\r\n\r\nVerifique <b>"), estilo, QStringLiteral("Confirmación")),
-                 respuesta);
+        QCOMPARE(m.MsgBox(QStringLiteral("Falta algo.\r\n\r\nVerifique <b>"), estilo, titulo), respuesta);
         QCOMPARE(texto, QStringLiteral("Falta algo.\n\nVerifique <b>"));
-        QCOMPARE(titulo, QStringLiteral("Confirmación"));
+        QCOMPARE(tituloVisto, titulo);
+        QFont negrita = QApplication::font();
+        negrita.setBold(true);
+        const QString visto = titulo.isEmpty() ? QStringLiteral("IVA Compras") : titulo;
+        QVERIFY2(ancho >= QFontMetrics(negrita).horizontalAdvance(visto) + 120, qPrintable(QString::number(ancho)));
         QCOMPARE(iconoVisto, icono);
         QCOMPARE(botonesVistos, botones);
     }

@@ -30,6 +30,14 @@ struct Caso {
     double gravado = 1000, noGravado = 0, iva = 210, ingBrutos = 0;
     QList<LineaCaso> lineasIVA{{21, 210}}, lineasIB;
     QString otroNumero, otroTipo = QStringLiteral("A"); // a second invoice of the same supplier
+    // No VAT, nor its line; no taxed amount either when said.
+    Caso &SinIva(bool sinGravado = false)
+    {
+        iva = 0;
+        lineasIVA.clear();
+        gravado = sinGravado ? 0 : gravado;
+        return *this;
+    }
 };
 
 struct Fila {
@@ -60,11 +68,7 @@ const QList<Fila> &Filas()
         {"número de 9 cifras", "numero-cortado", true, [](Caso &c) { c.numero = QStringLiteral("0001-123456789"); }},
         {"sólo pierde ceros", "numero-cortado", false, [](Caso &c) { c.numero = QStringLiteral("0001-00123456"); }},
         {"mismo número sin ceros", "duplicado", true, [](Caso &c) { c.otroNumero = QStringLiteral("0001-123"); }},
-        {"mismo número, otro tipo", "duplicado", false,
-         [](Caso &c) {
-             c.otroNumero = QStringLiteral("0001-123");
-             c.otroTipo = QStringLiteral("B");
-         }},
+        {"mismo número, otro tipo", "duplicado", false, [](Caso &c) { c.otroNumero = "0001-123"; c.otroTipo = "B"; }},
         {"otro número", "duplicado", false, [](Caso &c) { c.otroNumero = QStringLiteral("0001-00000124"); }},
         {"proveedor borrado", "proveedor-desconocido", true, [](Caso &c) { c.enPRV = false; }},
         {"proveedor en la lista", "proveedor-desconocido", false, [](Caso &) {}},
@@ -74,94 +78,35 @@ const QList<Fila> &Filas()
          [](Caso &c) { c.nombre = QStringLiteral("Distribuidora del Centro Sur SA “Uno”"); }},
         {"tabulador", "nombre-control", true, [](Caso &c) { c.nombre = QStringLiteral("Uno\tSA"); }},
         {"nombre común", "nombre-control", false, [](Caso &) {}},
-        {"16 dígitos", "importe-grande", true,
-         [](Caso &c) {
-             c.noGravado = 10000000000000;
-             c.gravado = c.iva = 0;
-             c.lineasIVA.clear();
-         }},
-        {"15 dígitos", "importe-grande", false,
-         [](Caso &c) {
-             c.noGravado = 999999999999;
-             c.gravado = c.iva = 0;
-             c.lineasIVA.clear();
-         }},
+        {"16 dígitos", "importe-grande", true, [](Caso &c) { c.SinIva(true).noGravado = 10000000000000; }},
+        {"15 dígitos", "importe-grande", false, [](Caso &c) { c.SinIva(true).noGravado = 999999999999; }},
         {"IVA distinto", "iva-lineas", true, [](Caso &c) { c.iva = 220; }},
         {"IVA sin líneas", "iva-lineas", true, [](Caso &c) { c.lineasIVA.clear(); }},
         {"IVA de dos líneas", "iva-lineas", false, [](Caso &c) { c.lineasIVA = {{21, 100}, {21, 110}}; }},
-        {"IIBB distinto", "ingbrutos-lineas", true,
-         [](Caso &c) {
-             c.ingBrutos = 40;
-             c.lineasIB = {{3, 30}};
-         }},
+        {"IIBB distinto", "ingbrutos-lineas", true, [](Caso &c) { c.ingBrutos = 40; c.lineasIB = {{3, 30}}; }},
         {"IIBB sin líneas, versión anterior", "ingbrutos-lineas", false, [](Caso &c) { c.ingBrutos = 150; }},
-        {"línea de 200 al 21%", "iva-tasa", true,
-         [](Caso &c) {
-             c.iva = 200;
-             c.lineasIVA = {{21, 200}};
-         }},
+        {"línea de 200 al 21%", "iva-tasa", true, [](Caso &c) { c.iva = 200; c.lineasIVA = {{21, 200}}; }},
         {"dos líneas redondeadas", "iva-tasa", false, [](Caso &c) { c.lineasIVA = {{21, 70.00}, {21, 140.00}}; }},
-        {"dos tasas", "varias-tasas", true,
-         [](Caso &c) {
-             c.iva = 157.5;
-             c.lineasIVA = {{21, 105}, {10.5, 52.5}};
-         }},
+        {"dos tasas", "varias-tasas", true, [](Caso &c) { c.iva = 157.5; c.lineasIVA = {{21, 105}, {10.5, 52.5}}; }},
         {"una tasa", "varias-tasas", false, [](Caso &) {}},
-        {"A sin IVA", "clase-a-sin-iva", true,
-         [](Caso &c) {
-             c.iva = 0;
-             c.lineasIVA.clear();
-         }},
-        {"TIQUE FCA sin IVA", "clase-a-sin-iva", true,
-         [](Caso &c) {
-             c.tipo = QStringLiteral("TIQUE FCA");
-             c.iva = 0;
-             c.lineasIVA.clear();
-         }},
-        {"A sólo no gravado", "clase-a-sin-iva", false,
-         [](Caso &c) {
-             c.gravado = c.iva = 0;
-             c.noGravado = 50;
-             c.lineasIVA.clear();
-         }},
+        {"A sin IVA", "clase-a-sin-iva", true, [](Caso &c) { c.SinIva(); }},
+        {"TIQUE FCA sin IVA", "clase-a-sin-iva", true, [](Caso &c) { c.SinIva().tipo = QStringLiteral("TIQUE FCA"); }},
+        {"A sólo no gravado", "clase-a-sin-iva", false, [](Caso &c) { c.SinIva(true).noGravado = 50; }},
         {"B con IVA", "clase-bc-con-iva", true, [](Caso &c) { c.tipo = QStringLiteral("B"); }},
         {"TIQUE con IVA", "clase-bc-con-iva", true, [](Caso &c) { c.tipo = QStringLiteral("TIQUE"); }},
         {"99 con IVA", "clase-bc-con-iva", false, [](Caso &c) { c.tipo = QStringLiteral("99"); }},
-        {"B sin IVA", "clase-bc-con-iva", false,
-         [](Caso &c) {
-             c.tipo = QStringLiteral("B");
-             c.iva = 0;
-             c.lineasIVA.clear();
-         }},
+        {"B sin IVA", "clase-bc-con-iva", false, [](Caso &c) { c.SinIva().tipo = QStringLiteral("B"); }},
         {"1 de diciembre", "fecha-posterior", true, [](Caso &c) { c.fecha = QStringLiteral("01/12/2026"); }},
         {"30 de noviembre", "fecha-posterior", false, [](Caso &c) { c.fecha = QStringLiteral("30/11/2026"); }},
         // The session's PeriodoHasta of December is a year early; the period's own end counts.
-        {"en diciembre", "fecha-posterior", false,
-         [](Caso &c) {
-             c.periodo = QStringLiteral("01/12/2026");
-             c.fecha = QStringLiteral("15/12/2026");
-         }},
+        {"en diciembre", "fecha-posterior", false, [](Caso &c) { c.periodo = "01/12/2026"; c.fecha = "15/12/2026"; }},
         {"13 meses antes", "fecha-antigua", true, [](Caso &c) { c.fecha = QStringLiteral("31/10/2025"); }},
         {"12 meses antes", "fecha-antigua", false, [](Caso &c) { c.fecha = QStringLiteral("01/11/2025"); }},
-        {"todo en cero", "total-cero", true,
-         [](Caso &c) {
-             c.gravado = c.iva = 0;
-             c.lineasIVA.clear();
-         }},
-        {"sólo IIBB", "total-cero", false,
-         [](Caso &c) {
-             c.gravado = c.iva = 0;
-             c.lineasIVA.clear();
-             c.ingBrutos = 5;
-             c.lineasIB = {{1, 5}};
-         }},
+        {"todo en cero", "total-cero", true, [](Caso &c) { c.SinIva(true); }},
+        {"sólo IIBB", "total-cero", false, [](Caso &c) { c.SinIva(true).lineasIB = {{1, 5}}; c.ingBrutos = 5; }},
         {"no gravado negativo", "importe-negativo", true, [](Caso &c) { c.noGravado = -5; }},
         {"nota de crédito negativa", "importe-negativo", true,
-         [](Caso &c) {
-             c.gravado = -1000;
-             c.iva = -210;
-             c.lineasIVA = {{21, -210}};
-         }},
+         [](Caso &c) { c.gravado = -1000; c.iva = -210; c.lineasIVA = {{21, -210}}; }},
         {"todo positivo", "importe-negativo", false, [](Caso &) {}},
     };
     return filas;

@@ -1,8 +1,11 @@
 // The import of the old Access books: every row of every table against the expected content,
-// the Jet 3 reading, and the import that fails half way leaving nothing behind.
+// the Jet 3 reading, and the import that fails half way leaving nothing behind. And a book file
+// that is an Access book: recognised by its first bytes, and named with the command that
+// converts it when the program tries to open it.
 
 #include "app/core/Sesion.h"
 #include "common/Archivo.h"
+#include "data/ArchivoAccess.h"
 #include "data/Esquema.h"
 #include "data/oDB.h"
 #include "import/ImportarAccess.h"
@@ -102,192 +105,233 @@ class TstImportarAccess : public QObject
 {
     Q_OBJECT
 private slots:
-    void filasComoEnAccess_data();
-    void filasComoEnAccess();
-    void jet3();
-    void columnasYValores_data();
-    void columnasYValores();
-    void fallaSinDejarNada_data();
-    void fallaSinDejarNada();
+    void filasComoEnAccess_data()
+    {
+        QTest::addColumn<QString>("origen");
+        QTest::newRow("Access 2000") << "jet4";
+        QTest::newRow("Access 2002-2003") << "jet4-2003";
+    }
+    void filasComoEnAccess()
+    {
+        QFETCH(QString, origen);
+        QTemporaryDir tmp;
+        const QString destino = tmp.filePath(QStringLiteral("libros"));
+        QStringList progreso;
+        const auto r = importar::ImportarAccess(kFixturas + origen, destino,
+                                                [&progreso](const QString &l) { progreso << l; });
+        QCOMPARE(progreso.size(), 7);
+        QVERIFY(r.avisos.isEmpty());
+        int n = 0;
+        for (const QString &libro : {QStringLiteral("personal"), QStringLiteral("kestrel"), QStringLiteral("proveedores")}) {
+            const QJsonObject esquema = QJsonDocument::fromJson(Leer(kFixturas + QStringLiteral("expected/%1/schema.json").arg(libro))).object();
+            for (const QJsonValue &t : esquema[u"tables"].toArray()) {
+                const QString nombre = t[u"name"].toString();
+                long conHora = 0;
+                const QStringList dif = Diferencias(QStringLiteral("%1/%2.mdb").arg(destino, libro), t.toObject(),
+                                                    Filas(kFixturas + QStringLiteral("expected/%1/%2.jsonl").arg(libro, nombre)), conHora);
+                QVERIFY2(dif.isEmpty(), qPrintable(dif.mid(0, 5).join(u'\n')));
+                // The rows counted in the new book and those reported with a time dropped.
+                QVERIFY(n < r.tablas.size());
+                const importar::TablaImportada &ti = r.tablas[n++];
+                QCOMPARE(ti.tabla, nombre);
+                QCOMPARE(ti.filas, long(t[u"rows"].toInt()));
+                QCOMPARE(ti.filasConHora, conHora);
+            }
+        }
+        QCOMPARE(n, int(r.tablas.size()));
+
+        // The program's own statements read the new book as one typed in by hand: the period filter
+        // on the day, the amounts as numbers.
+        long cant = 0;
+        double suma = 0;
+        for (const QJsonObject &f : Filas(kFixturas + QStringLiteral("expected/kestrel/IVC.jsonl")))
+            if (f[u"USRSNRCUIT"].toString() == u"30687100391" && f[u"IVCFPERIOD"].toString() == u"2026-12-01") {
+                ++cant;
+                suma += f[u"IVCDGRAVAD"].toDouble();
+            }
+        QVERIFY(cant > 0);
+        oDB::clManejo db;
+        db.setCadenaConexion(CadenaConexion(destino + u'/', QStringLiteral("kestrel.mdb")));
+        db.Conectar();
+        oDB::Recordset rs;
+        QVERIFY(db.CrearRs(rs, QStringLiteral("select count(*) as cant, sum(IVCDGRAVAD) as grav from IVC where "
+                                              "USRSNRCUIT = '30687100391' and IVCFPERIOD = datevalue('01/12/2026')")));
+        QCOMPARE(rs(QStringLiteral("cant")).toLongLong(), cant);
+        QCOMPARE(rs(QStringLiteral("grav")).toDouble(), suma);
+    }
+    void jet3()
+    {
+        jet::LibroAccess libro(kFixturas + QStringLiteral("terceros/testV1997.mdb"));
+        QCOMPARE(libro.Version(), QStringLiteral("Jet 3"));
+        QCOMPARE(libro.Tablas(), (QStringList{"Table1", "Table2", "Table3", "Table4"}));
+        jet::TablaAccess t = libro.Tabla(QStringLiteral("table1"));
+        QStringList tipos;
+        for (const jet::ColumnaAccess &c : t.Columnas())
+            tipos << c.nombre + u' ' + c.nombreTipo;
+        QCOMPARE(tipos, (QStringList{"A Text", "B Text", "C Byte", "D Integer", "E Long Integer", "F Double", "G DateTime",
+                                     "H Currency", "I Yes/No"}));
+        const auto fecha = [](int a, int m, int d) { return QVariant(QDateTime(QDate(a, m, d), QTime(0, 0), QTimeZone::utc())); };
+        QVector<QVariant> fila;
+        QList<QVector<QVariant>> filas;
+        while (t.Siguiente(fila))
+            filas << fila;
+        const QList<QVector<QVariant>> esperadas = {
+            {u"a"_qs, u"b"_qs, 0LL, 0LL, 0LL, 0.0, fecha(1981, 12, 12), 0.0, 0LL},
+            {u"abcdefg"_qs, u"hijklmnop"_qs, 2LL, 222LL, 333333333LL, 444.555, fecha(1974, 9, 21), 3.5, 1LL}};
+        QCOMPARE(filas, esperadas);
+    }
+    // The copy's rules on columns and values, from rows given directly (no Access file holds these).
+    void columnasYValores_data()
+    {
+        QTest::addColumn<QStringList>("columnas");
+        QTest::addColumn<QVariantList>("valores");
+        QTest::addColumn<QString>("resultado"); // the row as stored, or the error
+        const QVariant hora = QDateTime(QDate(2005, 3, 15), QTime(23, 59, 59), QTimeZone::utc());
+        QTest::newRow("columna desconocida") << QStringList{"prvsnrcuit", "PRVSFAX", "PRVFALTA"}
+                                             << QVariantList{u"30-1"_qs, u"555"_qs, hora} << "30-1||2005-03-15|1|PRVSFAX";
+        QTest::newRow("fecha en texto") << QStringList{"PRVSNRCUIT", "PRVFALTA"} << QVariantList{u"30-1"_qs, u"15/03/2005"_qs}
+                                        << "30-1||2005-03-15|0|";
+        QTest::newRow("cuit como número") << QStringList{"PRVSNRCUIT", "PRVSNOMBRE"} << QVariantList{30123LL, QVariant()}
+                                          << "30123|||0|";
+        QTest::newRow("falta la clave") << QStringList{"PRVSNOMBRE"} << QVariantList{u"Uno"_qs} << "no tiene la columna PRVSNRCUIT";
+        QTest::newRow("fecha ilegible") << QStringList{"PRVSNRCUIT", "PRVFALTA"} << QVariantList{u"30-1"_qs, u"ayer"_qs}
+                                        << "fila 1: 'ayer' no es una fecha";
+    }
+    void columnasYValores()
+    {
+        QFETCH(QStringList, columnas);
+        QFETCH(QVariantList, valores);
+        QFETCH(QString, resultado);
+        QTemporaryDir tmp;
+        const QString ruta = tmp.filePath(QStringLiteral("kestrel.mdb"));
+        esquema::CrearArchivo(ruta, esquema::SentenciasKestrel());
+        sqlite3 *db = oDB::clManejo::Abrir(ruta, false);
+        bool dada = false;
+        importar::FuenteFilas fuente{ruta, columnas, [&](QVector<QVariant> &f) {
+                                         f = QVector<QVariant>(valores.begin(), valores.end());
+                                         return !std::exchange(dada, true);
+                                     }};
+        QStringList avisos;
+        QString visto;
+        try {
+            const auto r = importar::CopiarFilas(db, QStringLiteral("kestrel.mdb"), QStringLiteral("PRV"), fuente, avisos);
+            sqlite3_stmt *st = nullptr;
+            sqlite3_prepare_v2(db, "select PRVSNRCUIT, PRVSNOMBRE, PRVFALTA from PRV", -1, &st, nullptr);
+            sqlite3_step(st);
+            for (int i = 0; i < 3; ++i)
+                visto += QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(st, i))) + u'|';
+            sqlite3_finalize(st);
+            visto += QString::number(r.filasConHora) + u'|' + r.omitidas.join(u',');
+            QCOMPARE(avisos.size(), int(r.omitidas.size()));
+        } catch (const oDB::ErrorBD &e) {
+            visto = e.descripcion;
+        }
+        sqlite3_close(db);
+        QVERIFY2(visto.contains(resultado), qPrintable(visto));
+    }
+    void fallaSinDejarNada_data()
+    {
+        QTest::addColumn<QString>("falla");
+        QTest::addColumn<QString>("mensaje");
+        QTest::newRow("a mitad de kestrel.mdb") << "progreso" << "cortado";
+        QTest::newRow("falta una tabla") << "jet3" << "no tiene la tabla PRV";
+        QTest::newRow("destino con archivos") << "destino" << "no está vacía";
+        QTest::newRow("ya es un libro del programa") << "sqlite" << "ya es un libro de este programa";
+    }
+    void fallaSinDejarNada()
+    {
+        QFETCH(QString, falla);
+        QFETCH(QString, mensaje);
+        QTemporaryDir tmp;
+        const QString origen = tmp.filePath(QStringLiteral("viejos"));
+        QDir().mkpath(origen);
+        for (const QString &f : QDir(kFixturas + QStringLiteral("jet4")).entryList(QDir::Files))
+            QFile::copy(kFixturas + QStringLiteral("jet4/") + f, origen + u'/' + f);
+        if (falla == u"jet3") {
+            QFile::remove(origen + QStringLiteral("/kestrel.mdb"));
+            QFile::copy(kFixturas + QStringLiteral("terceros/testV1997.mdb"), origen + QStringLiteral("/kestrel.mdb"));
+        }
+        if (falla == u"sqlite") {
+            QFile::remove(origen + QStringLiteral("/personal.mdb"));
+            esquema::CrearArchivo(origen + QStringLiteral("/personal.mdb"), esquema::SentenciasPersonal());
+        }
+        const QString destino = tmp.filePath(QStringLiteral("nuevos"));
+        QDir().mkpath(destino);
+        if (falla == u"destino")
+            QFile(destino + QStringLiteral("/nota.txt")).open(QIODevice::WriteOnly);
+        const auto antes = Contenido(tmp.path());
+
+        QString error;
+        try {
+            importar::ImportarAccess(origen, destino, [&falla](const QString &linea) {
+                if (falla == u"progreso" && linea.contains(u"IVC_DetIVA"))
+                    throw oDB::ErrorBD{QStringLiteral("cortado")};
+            });
+        } catch (const oDB::ErrorBD &e) {
+            error = e.descripcion;
+        }
+        QVERIFY2(error.contains(mensaje), qPrintable(error));
+        // Neither origen nor destino changed, and no temporary folder is left beside destino.
+        QCOMPARE(Contenido(tmp.path()), antes);
+        QCOMPARE(QDir(tmp.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden),
+                 (QStringList{"nuevos", "viejos"}));
+    }
+    void abrir_data()
+    {
+        QTest::addColumn<QByteArray>("contenido"); // empty: the file is copied from origen
+        QTest::addColumn<QString>("origen");
+        QTest::addColumn<bool>("access");
+        const QString &f = kFixturas;
+        QTest::newRow("Access 2000") << QByteArray() << f + "jet4/personal.mdb" << true;
+        QTest::newRow("Access 2003") << QByteArray() << f + "jet4-2003/kestrel.mdb" << true;
+        QTest::newRow("Access 97") << QByteArray() << f + "terceros/testV1997.mdb" << true;
+        QTest::newRow("Access 2007") << QByteArray("\x00\x01\x00\x00Standard ACE DB\x00 resto", 26) << QString() << true;
+        QTest::newRow("libro del programa") << QByteArray() << QString() << false;
+        QTest::newRow("nombre sin su cero") << QByteArray("\x00\x01\x00\x00Standard Jet DBX", 20) << QString() << false;
+        QTest::newRow("archivo corto") << QByteArray("\x00\x01\x00\x00Standard", 12) << QString() << false;
+    }
+    void abrir()
+    {
+        QFETCH(QByteArray, contenido);
+        QFETCH(QString, origen);
+        QFETCH(bool, access);
+        QTemporaryDir tmp;
+        const QString dir = tmp.filePath(QStringLiteral("libros viejos/"));
+        QDir().mkpath(dir);
+        const QString ruta = dir + QStringLiteral("kestrel.mdb");
+        if (!origen.isEmpty())
+            QVERIFY(QFile::copy(origen, ruta));
+        else if (contenido.isEmpty())
+            esquema::CrearArchivo(ruta, esquema::SentenciasKestrel());
+        else {
+            QFile f(ruta);
+            QVERIFY(f.open(QIODevice::WriteOnly));
+            f.write(contenido);
+        }
+        QCOMPARE(archivoaccess::EsArchivoAccess(ruta), access);
+
+        oDB::clManejo db;
+        db.setCadenaConexion(CadenaConexion(dir, QStringLiteral("kestrel.mdb")));
+        QString error;
+        try {
+            db.Conectar();
+        } catch (const oDB::ErrorBD &e) {
+            error = e.descripcion;
+        }
+        if (!access) {
+            QCOMPARE(archivoaccess::MensajeArchivoAccess(ruta), QString());
+            QVERIFY(!error.contains(u"Access"));
+            return;
+        }
+        // The path with a blank goes between quotes, so the command can be copied as it is.
+        QVERIFY2(error.contains(QStringLiteral("'%1' es un libro de Microsoft Access").arg(ruta)), qPrintable(error));
+        QVERIFY2(error.contains(QStringLiteral("ivacompras importar-access \"%1\" \"%2\"")
+                                    .arg(tmp.filePath(QStringLiteral("libros viejos")),
+                                         tmp.filePath(QStringLiteral("libros viejos-convertido")))),
+                 qPrintable(error));
+        QVERIFY(!db.Conectado());
+    }
 };
-
-void TstImportarAccess::filasComoEnAccess_data()
-{
-    QTest::addColumn<QString>("origen");
-    QTest::newRow("Access 2000") << "jet4";
-    QTest::newRow("Access 2002-2003") << "jet4-2003";
-}
-
-void TstImportarAccess::filasComoEnAccess()
-{
-    QFETCH(QString, origen);
-    QTemporaryDir tmp;
-    const QString destino = tmp.filePath(QStringLiteral("libros"));
-    QStringList progreso;
-    const auto r = importar::ImportarAccess(kFixturas + origen, destino,
-                                            [&progreso](const QString &l) { progreso << l; });
-    QCOMPARE(progreso.size(), 7);
-    QVERIFY(r.avisos.isEmpty());
-    int n = 0;
-    for (const QString &libro : {QStringLiteral("personal"), QStringLiteral("kestrel"), QStringLiteral("proveedores")}) {
-        const QJsonObject esquema = QJsonDocument::fromJson(Leer(kFixturas + QStringLiteral("expected/%1/schema.json").arg(libro))).object();
-        for (const QJsonValue &t : esquema[u"tables"].toArray()) {
-            const QString nombre = t[u"name"].toString();
-            long conHora = 0;
-            const QStringList dif = Diferencias(QStringLiteral("%1/%2.mdb").arg(destino, libro), t.toObject(),
-                                                Filas(kFixturas + QStringLiteral("expected/%1/%2.jsonl").arg(libro, nombre)), conHora);
-            QVERIFY2(dif.isEmpty(), qPrintable(dif.mid(0, 5).join(u'\n')));
-            // The rows counted in the new book and those reported with a time dropped.
-            QVERIFY(n < r.tablas.size());
-            const importar::TablaImportada &ti = r.tablas[n++];
-            QCOMPARE(ti.tabla, nombre);
-            QCOMPARE(ti.filas, long(t[u"rows"].toInt()));
-            QCOMPARE(ti.filasConHora, conHora);
-        }
-    }
-    QCOMPARE(n, int(r.tablas.size()));
-
-    // The program's own statements read the new book as one typed in by hand: the period filter
-    // on the day, the amounts as numbers.
-    long cant = 0;
-    double suma = 0;
-    for (const QJsonObject &f : Filas(kFixturas + QStringLiteral("expected/kestrel/IVC.jsonl")))
-        if (f[u"USRSNRCUIT"].toString() == u"30687100391" && f[u"IVCFPERIOD"].toString() == u"2026-12-01") {
-            ++cant;
-            suma += f[u"IVCDGRAVAD"].toDouble();
-        }
-    QVERIFY(cant > 0);
-    oDB::clManejo db;
-    db.setCadenaConexion(CadenaConexion(destino + u'/', QStringLiteral("kestrel.mdb")));
-    db.Conectar();
-    oDB::Recordset rs;
-    QVERIFY(db.CrearRs(rs, QStringLiteral("select count(*) as cant, sum(IVCDGRAVAD) as grav from IVC where "
-                                          "USRSNRCUIT = '30687100391' and IVCFPERIOD = datevalue('01/12/2026')")));
-    QCOMPARE(rs(QStringLiteral("cant")).toLongLong(), cant);
-    QCOMPARE(rs(QStringLiteral("grav")).toDouble(), suma);
-}
-
-void TstImportarAccess::jet3()
-{
-    jet::LibroAccess libro(kFixturas + QStringLiteral("terceros/testV1997.mdb"));
-    QCOMPARE(libro.Version(), QStringLiteral("Jet 3"));
-    QCOMPARE(libro.Tablas(), (QStringList{"Table1", "Table2", "Table3", "Table4"}));
-    jet::TablaAccess t = libro.Tabla(QStringLiteral("table1"));
-    QStringList tipos;
-    for (const jet::ColumnaAccess &c : t.Columnas())
-        tipos << c.nombre + u' ' + c.nombreTipo;
-    QCOMPARE(tipos, (QStringList{"A Text", "B Text", "C Byte", "D Integer", "E Long Integer", "F Double", "G DateTime",
-                                 "H Currency", "I Yes/No"}));
-    const auto fecha = [](int a, int m, int d) { return QVariant(QDateTime(QDate(a, m, d), QTime(0, 0), QTimeZone::utc())); };
-    QVector<QVariant> fila;
-    QList<QVector<QVariant>> filas;
-    while (t.Siguiente(fila))
-        filas << fila;
-    const QList<QVector<QVariant>> esperadas = {
-        {u"a"_qs, u"b"_qs, 0LL, 0LL, 0LL, 0.0, fecha(1981, 12, 12), 0.0, 0LL},
-        {u"abcdefg"_qs, u"hijklmnop"_qs, 2LL, 222LL, 333333333LL, 444.555, fecha(1974, 9, 21), 3.5, 1LL}};
-    QCOMPARE(filas, esperadas);
-}
-
-// The copy's rules on columns and values, from rows given directly (no Access file holds these).
-void TstImportarAccess::columnasYValores_data()
-{
-    QTest::addColumn<QStringList>("columnas");
-    QTest::addColumn<QVariantList>("valores");
-    QTest::addColumn<QString>("resultado"); // the row as stored, or the error
-    const QVariant hora = QDateTime(QDate(2005, 3, 15), QTime(23, 59, 59), QTimeZone::utc());
-    QTest::newRow("columna desconocida") << QStringList{"prvsnrcuit", "PRVSFAX", "PRVFALTA"}
-                                         << QVariantList{u"30-1"_qs, u"555"_qs, hora} << "30-1||2005-03-15|1|PRVSFAX";
-    QTest::newRow("fecha en texto") << QStringList{"PRVSNRCUIT", "PRVFALTA"} << QVariantList{u"30-1"_qs, u"15/03/2005"_qs}
-                                    << "30-1||2005-03-15|0|";
-    QTest::newRow("cuit como número") << QStringList{"PRVSNRCUIT", "PRVSNOMBRE"} << QVariantList{30123LL, QVariant()}
-                                      << "30123|||0|";
-    QTest::newRow("falta la clave") << QStringList{"PRVSNOMBRE"} << QVariantList{u"Uno"_qs} << "no tiene la columna PRVSNRCUIT";
-    QTest::newRow("fecha ilegible") << QStringList{"PRVSNRCUIT", "PRVFALTA"} << QVariantList{u"30-1"_qs, u"ayer"_qs}
-                                    << "fila 1: 'ayer' no es una fecha";
-}
-
-void TstImportarAccess::columnasYValores()
-{
-    QFETCH(QStringList, columnas);
-    QFETCH(QVariantList, valores);
-    QFETCH(QString, resultado);
-    QTemporaryDir tmp;
-    const QString ruta = tmp.filePath(QStringLiteral("kestrel.mdb"));
-    esquema::CrearArchivo(ruta, esquema::SentenciasKestrel());
-    sqlite3 *db = oDB::clManejo::Abrir(ruta, false);
-    bool dada = false;
-    importar::FuenteFilas fuente{ruta, columnas, [&](QVector<QVariant> &f) {
-                                     f = QVector<QVariant>(valores.begin(), valores.end());
-                                     return !std::exchange(dada, true);
-                                 }};
-    QStringList avisos;
-    QString visto;
-    try {
-        const auto r = importar::CopiarFilas(db, QStringLiteral("kestrel.mdb"), QStringLiteral("PRV"), fuente, avisos);
-        sqlite3_stmt *st = nullptr;
-        sqlite3_prepare_v2(db, "select PRVSNRCUIT, PRVSNOMBRE, PRVFALTA from PRV", -1, &st, nullptr);
-        sqlite3_step(st);
-        for (int i = 0; i < 3; ++i)
-            visto += QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(st, i))) + u'|';
-        sqlite3_finalize(st);
-        visto += QString::number(r.filasConHora) + u'|' + r.omitidas.join(u',');
-        QCOMPARE(avisos.size(), int(r.omitidas.size()));
-    } catch (const oDB::ErrorBD &e) {
-        visto = e.descripcion;
-    }
-    sqlite3_close(db);
-    QVERIFY2(visto.contains(resultado), qPrintable(visto));
-}
-
-void TstImportarAccess::fallaSinDejarNada_data()
-{
-    QTest::addColumn<QString>("falla");
-    QTest::addColumn<QString>("mensaje");
-    QTest::newRow("a mitad de kestrel.mdb") << "progreso" << "cortado";
-    QTest::newRow("falta una tabla") << "jet3" << "no tiene la tabla PRV";
-    QTest::newRow("destino con archivos") << "destino" << "no está vacía";
-    QTest::newRow("ya es un libro del programa") << "sqlite" << "ya es un libro de este programa";
-}
-
-void TstImportarAccess::fallaSinDejarNada()
-{
-    QFETCH(QString, falla);
-    QFETCH(QString, mensaje);
-    QTemporaryDir tmp;
-    const QString origen = tmp.filePath(QStringLiteral("viejos"));
-    QDir().mkpath(origen);
-    for (const QString &f : QDir(kFixturas + QStringLiteral("jet4")).entryList(QDir::Files))
-        QFile::copy(kFixturas + QStringLiteral("jet4/") + f, origen + u'/' + f);
-    if (falla == u"jet3") {
-        QFile::remove(origen + QStringLiteral("/kestrel.mdb"));
-        QFile::copy(kFixturas + QStringLiteral("terceros/testV1997.mdb"), origen + QStringLiteral("/kestrel.mdb"));
-    }
-    if (falla == u"sqlite") {
-        QFile::remove(origen + QStringLiteral("/personal.mdb"));
-        esquema::CrearArchivo(origen + QStringLiteral("/personal.mdb"), esquema::SentenciasPersonal());
-    }
-    const QString destino = tmp.filePath(QStringLiteral("nuevos"));
-    QDir().mkpath(destino);
-    if (falla == u"destino")
-        QFile(destino + QStringLiteral("/nota.txt")).open(QIODevice::WriteOnly);
-    const auto antes = Contenido(tmp.path());
-
-    QString error;
-    try {
-        importar::ImportarAccess(origen, destino, [&falla](const QString &linea) {
-            if (falla == u"progreso" && linea.contains(u"IVC_DetIVA"))
-                throw oDB::ErrorBD{QStringLiteral("cortado")};
-        });
-    } catch (const oDB::ErrorBD &e) {
-        error = e.descripcion;
-    }
-    QVERIFY2(error.contains(mensaje), qPrintable(error));
-    // Neither origen nor destino changed, and no temporary folder is left beside destino.
-    QCOMPARE(Contenido(tmp.path()), antes);
-    QCOMPARE(QDir(tmp.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden),
-             (QStringList{"nuevos", "viejos"}));
-}
 
 QTEST_GUILESS_MAIN(TstImportarAccess)
 #include "tst_importaraccess.moc"

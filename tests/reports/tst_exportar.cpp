@@ -3,6 +3,7 @@
 #include "common/Libro.h"
 #include "common/MensajesGuion.h"
 #include "reports/Exportar.h"
+#include "reports/RegistrosAFIP.h"
 #include "reports/RegistrosEsperados.h"
 
 #include <QDir>
@@ -13,7 +14,8 @@
 
 // The F10 export run over a real book, and "ivacompras exportar" run as a program: the
 // spreadsheet and the two tax-authority files written byte for byte, the path rules, the
-// messages, the error trap and the exit status.
+// messages, the error trap and the exit status; and the records of the tax-authority files from
+// the invoice values, compared byte for byte with records written out from the layouts.
 namespace {
 
 const QString EMPRESA = QStringLiteral("20123456789");
@@ -23,286 +25,362 @@ const QString MARZO = QStringLiteral("01/03/2005");
 
 using namespace esperado;
 
+const QString SIN = QStringLiteral("-"); // no VAT line
+
+// One invoice of supplier 30111111118 dated 15/03/2005 and the fields its records must carry;
+// every member left out keeps the value of a plain type A invoice of 1000 taxed at 21%.
+struct Caso {
+    QString tipo = QStringLiteral("A");
+    QString numero = QStringLiteral("0002-00012345");
+    QString nombre = QStringLiteral("Distribuidora Norte");
+    double U = 0, T = 1000, IVA = 210, G = 0;
+    QString tasa = QStringLiteral("21");
+    bool gravadoCeroAntes = false;
+
+    QString tipo3 = QStringLiteral("001");
+    QString pv5 = QStringLiteral("00002");
+    QString nro20 = QStringLiteral("00000000000000012345");
+    QString nombre30 = QStringLiteral("Distribuidora Norte           ");
+    QString total15 = QStringLiteral("000000000121000");
+    QString noGrav15 = Z(15), ib15 = Z(15);
+    QString campo15 = QStringLiteral("1 ");
+    QString grav15 = QStringLiteral("000000000100000");
+    QString codigo4 = QStringLiteral("0005");
+    QString iva15 = QStringLiteral("000000000021000");
+    bool gravadoCeroDespues = false;
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(Caso)
 
 class TstExportar : public QObject
 {
     Q_OBJECT
 private slots:
-    void init();
-    void cleanup();
-    void periodoCompleto();
-    void periodoVacio();
-    void avisosNoNumericos();
-    void errores_data();
-    void errores();
-    void comando_data();
-    void comando();
+    void init()
+    {
+        libro = std::make_unique<LibroDePrueba>();
+        dialogo = std::make_unique<DialogoGuion>();
+        libro->S().dialogo = dialogo.get();
+        libro->Empresa(EMPRESA, QStringLiteral("Comercio Sur SRL"));
+        libro->Proveedor(P1, QStringLiteral("PEÑA Y CIA S.A."));
+        libro->Proveedor(P2, QStringLiteral("Distribuidora \"Norte\""));
+        libro->Periodo(EMPRESA, MARZO);
+        QDir().mkpath(Dir());
+    }
+    void cleanup()
+    {
+        dialogo.reset();
+        libro.reset();
+    }
+    void periodoCompleto()
+    {
+        FacturasDeMarzo();
+        // An upper-case suffix is kept.
+        QVERIFY(Exportar(Dir() + QStringLiteral("marzo.XLS")));
 
+        QCOMPARE(dialogo->pedidos.size(), 1);
+        QCOMPARE(libro->Mensajes().mostrados.size(), 1);
+        QCOMPARE(libro->Mensajes().Ultimo(), QStringLiteral("Archivos Generados"));
+        QCOMPARE(libro->Mensajes().UltimoEstilo(), 0);
+        QCOMPARE(libro->S().ajustes.Leer("KESTREL", "Config", "SepCol"), QStringLiteral("\t"));
+
+        const QString c1 = QStringLiteral("00000000030111111118");
+        const QString c2 = QStringLiteral("00000000030222222229");
+        const QString pena = QStringLiteral("PEÑA Y CIA S.A.") + B(15);
+        const QString norte = QStringLiteral("Distribuidora \"Norte\"") + B(9);
+        const QString comprobantes =
+            Comprobante("20050302", "001", "00002", "00000000000000012345", c1, pena, "000000000133700", Z(15), Z(15), "1 ") +
+            Comprobante("20050302", "001", "00005", "00000000000000000045", c2, norte, "000000000010000", "000000000010000", Z(15), "1 ") +
+            Comprobante("20050305", "011", "00003", "00000000000000000077", c2, norte, "000000000001200", Z(15), "000000000001200", "1n") +
+            Comprobante("20050310", "006", "00001", "00000000000000012345", "00000000030999999990", "desconocido!" + B(18), "000000000060500", Z(15), Z(15), "1 ") +
+            Comprobante("20050315", "099", "00000", "00000000000000000678", c1, pena, "000000000022100", Z(15), Z(15), "1 ") +
+            Comprobante("20050320", "", "00004", "00000000000000000001", c1, pena, "000000000011500", Z(15), Z(15), "1n");
+        const QString alicuotas =
+            Alicuota("001", "00002", "00000000000000012345", c1, "000000000110000", "0005", "000000000023700") +
+            Alicuota("001", "00005", "00000000000000000045", c2, Z(15), "0006", Z(15)) +
+            Alicuota("011", "00003", "00000000000000000077", c2, Z(15), "0003", Z(15)) +
+            Alicuota("006", "00001", "00000000000000012345", "00000000030999999990", Z(15), "0005", "000000000010500") +
+            Alicuota("099", "00000", "00000000000000000678", c1, "000000000020000", "0004", "000000000002100") +
+            Alicuota("", "00004", "00000000000000000001", c1, Z(15), "0003", "000000000000500");
+        // Quotes inside a name stay as they are; descriptions take "00.00" and lose their commas.
+        const QString planilla = QStringLiteral(
+            "FECHA\tTIPO\tFAC NRO\tCUIT\tPROVEEDOR\tNO GRAVADO\tGRAVADO\tING BRU\tIVA\tTOTAL\tDescripcion\tDescripcionExtra\r\n"
+            "\r\n"
+            "\"02/03/2005\"\t\"A\"\t\"0002-00012345\"\t\"30111111118\"\t\"PEÑA Y CIA S.A.\"\t00.00\t1100.00\t00.00\t237.00\t1337.00\t1.5 kg\tFlete\r\n"
+            "\"02/03/2005\"\t\"A\"\t\"0005-00000045\"\t\"30222222229\"\t\"Distribuidora \"Norte\"\"\t100.00\t00.00\t00.00\t00.00\t100.00\t05.00\ta.b\r\n"
+            "\"05/03/2005\"\t\"C\"\t\"0003-00000077\"\t\"30222222229\"\t\"Distribuidora \"Norte\"\"\t00.00\t00.00\t12.00\t00.00\t12.00\t\t\r\n"
+            "\"10/03/2005\"\t\"B\"\t\"12345\"\t\"30999999990\"\t\"desconocido!\"\t00.00\t500.00\t00.00\t105.00\t605.00\t\t\r\n"
+            "\"15/03/2005\"\t\"99\"\t\"0000-678\"\t\"30111111118\"\t\"PEÑA Y CIA S.A.\"\t00.00\t200.00\t00.00\t21.00\t221.00\t\t\r\n"
+            "\"20/03/2005\"\t\"X\"\t\"0004-00000001\"\t\"30111111118\"\t\"PEÑA Y CIA S.A.\"\t10.00\t100.00\t00.00\t05.00\t115.00\t\t\r\n"
+            "\t\t\t\tTotales\t110.00\t1900.00\t12.00\t368.00\t2390.00\r\n"
+            "\r\n"
+            "Neto Gravado 10.5%\t200.00\r\n"
+            "IVA 10.5%\t21.00\r\n"
+            "Neto Gravado 21%\t1500.00\r\n"
+            "IVA 21%\t315.00\r\n"
+            "Neto Gravado 27%\t100.00\r\n"
+            "IVA 27%\t27.00\r\n"
+            "Neto Gravado OTROS\t100.00\r\n"
+            "IVA OTROS\t05.00\r\n"
+            "Ingresos Brutos \t12.00\r\n"
+            "No gravado/Exentos \t110.00\r\n"
+            "Total \t2390.00\r\n");
+
+        QCOMPARE(Leer(Dir() + "marzo.XLS"), planilla.toLatin1());
+        // One byte per character: the "Ñ" keeps the record at 325 bytes.
+        QCOMPARE(Leer(Dir() + "marzo COMPRAS COMPRBTE.txt"), comprobantes.toLatin1());
+        QCOMPARE(Leer(Dir() + "marzo COMPRAS ALICUOTAS.txt"), alicuotas.toLatin1());
+    }
+    void periodoVacio()
+    {
+        libro->Factura(EMPRESA, P1, MARZO, "02/03/2005", "A", "0002-00012345", 1100, 0, 231, 0);
+        libro->Periodo(EMPRESA, QStringLiteral("01/06/2005"));
+        // Blanks and NUL characters around the answer are dropped, then ".xls" is added.
+        QVERIFY(Exportar(B(2) + Dir() + QStringLiteral("junio") + QChar(0) + B(3)));
+        // The sums over nothing show as 00.00; the rates with no line show nothing.
+        QCOMPARE(Leer(Dir() + "junio.xls"),
+                 QByteArray("FECHA\tTIPO\tFAC NRO\tCUIT\tPROVEEDOR\tNO GRAVADO\tGRAVADO\tING BRU\tIVA\tTOTAL\tDescripcion\tDescripcionExtra\r\n"
+                            "\r\n"
+                            "\t\t\t\tTotales\t00.00\t00.00\t00.00\t00.00\t00.00\r\n"
+                            "\r\n"
+                            "Neto Gravado OTROS\t00.00\r\n"
+                            "IVA OTROS\t00.00\r\n"
+                            "Ingresos Brutos \t00.00\r\n"
+                            "No gravado/Exentos \t00.00\r\n"
+                            "Total \t00.00\r\n"));
+        QCOMPARE(Leer(Dir() + "junio COMPRAS COMPRBTE.txt"), QByteArray());
+        QCOMPARE(Leer(Dir() + "junio COMPRAS ALICUOTAS.txt"), QByteArray());
+        QCOMPARE(libro->Mensajes().Ultimo(), QStringLiteral("Archivos Generados"));
+    }
+    void avisosNoNumericos()
+    {
+        libro->Factura(EMPRESA, P1, MARZO, "02/03/2005", "A", "00A1-000123", 100, 0, 21, 0);
+        libro->Factura(EMPRESA, P1, MARZO, "03/03/2005", "A", "0012-12B4", 100, 0, 21, 0);
+        QVERIFY(Exportar(Dir() + QStringLiteral("avisos.xls")));
+        QStringList textos;
+        for (const auto &m : libro->Mensajes().mostrados) {
+            textos << m.texto;
+            QCOMPARE(m.estilo, 0);
+        }
+        QCOMPARE(textos, (QStringList{"Se ha encontrado un Punto de Venta NO NUMERICO: 00A1",
+                                      "Se ha encontrado un Nro de Factura NO NUMERICO: 000000000000000012B4",
+                                      "Archivos Generados"}));
+        // The records are written as built.
+        QCOMPARE(Leer(Dir() + "avisos COMPRAS COMPRBTE.txt").mid(327 + 8, 28), QByteArray("00100012000000000000000012B4"));
+    }
+    void errores_data()
+    {
+        QTest::addColumn<QString>("cuitProveedor");
+        QTest::addColumn<QString>("bloqueado");
+        QTest::addColumn<QString>("numeroYDescripcion");
+        QTest::newRow("CUIT longer than 20") << "3011111111800000000001" << ""
+            << "\r\n5\r\nLlamada a procedimiento o argumento no válidos";
+        QTest::newRow("apostrophe in a CUIT") << "30'11" << "" << "\r\n-2147217900\r\n";
+        QTest::newRow("vouchers file cannot be put in place") << P1 << "err COMPRAS COMPRBTE.txt"
+            << "\r\n57\r\nNo se puede escribir el archivo 'DIR/err COMPRAS COMPRBTE.txt': la ruta es una carpeta";
+        // A disk that takes no more bytes: the spreadsheet is the first file past the limit.
+        QTest::newRow("disk full") << P1 << ""
+            << "\r\n57\r\nNo se puede escribir el archivo 'DIR/err.xls': el archivo es demasiado grande";
+    }
+    void errores()
+    {
+        QFETCH(QString, cuitProveedor);
+        QFETCH(QString, bloqueado);
+        QFETCH(QString, numeroYDescripcion);
+        numeroYDescripcion.replace(QStringLiteral("DIR/"), Dir());
+        libro->Factura(EMPRESA, P1, MARZO, "01/03/2005", "A", "0001-00000001", 100, 0, 21, 0);
+        libro->Factura(EMPRESA, cuitProveedor.replace(u'\'', QStringLiteral("''")), MARZO, "02/03/2005",
+                       "A", "0002-00012345", 1100, 0, 231, 0);
+        if (!bloqueado.isEmpty())
+            QVERIFY(QDir().mkpath(Dir() + bloqueado));
+        // The previous period's export is there: it must stay as it was.
+        EscribirArchivo(Dir() + QStringLiteral("err.xls"), "anterior");
+        EscribirArchivo(Dir() + QStringLiteral("err COMPRAS ALICUOTAS.txt"), "anterior");
+
+        rlimit antes{};
+        getrlimit(RLIMIT_FSIZE, &antes);
+        if (QByteArray(QTest::currentDataTag()) == "disk full") {
+            signal(SIGXFSZ, SIG_IGN);
+            rlimit limite = antes;
+            limite.rlim_cur = 100;
+            setrlimit(RLIMIT_FSIZE, &limite);
+        }
+        const bool exportado = Exportar(Dir() + QStringLiteral("err.xls"));
+        setrlimit(RLIMIT_FSIZE, &antes);
+        QVERIFY(!exportado);
+        QCOMPARE(libro->Mensajes().mostrados.size(), 1);
+        const QString texto = libro->Mensajes().Ultimo();
+        QVERIFY2(texto.startsWith(QStringLiteral("Nro Linea: ")) && texto.contains(numeroYDescripcion) &&
+                     texto.endsWith(QStringLiteral(" seccion modGBPROC.GenerarReporte ")),
+                 qPrintable(texto));
+        QCOMPARE(libro->Mensajes().UltimoEstilo(), 16);
+        // The three files are one set: the earlier ones untouched, no new one, nothing left over.
+        QCOMPARE(QDir(Dir()).entryList(QDir::Files, QDir::Name),
+                 QStringList({"err COMPRAS ALICUOTAS.txt", "err.xls"}));
+        QCOMPARE(Leer(Dir() + "err.xls") + Leer(Dir() + "err COMPRAS ALICUOTAS.txt"), QByteArray("anterioranterior"));
+    }
+    void comando_data()
+    {
+        QTest::addColumn<QString>("archivo");
+        QTest::addColumn<int>("codigo");
+        QTest::addColumn<QString>("error");
+        QTest::newRow("the window's three files") << "comando" << 0 << "Archivos Generados\n";
+        QTest::newRow("folder of the file missing") << "no/existe/x.xls" << 1 << " seccion modGBPROC.GenerarReporte ";
+        QTest::newRow("no file given") << "" << 2 << "uso:";
+    }
+    void comando()
+    {
+        QFETCH(QString, archivo);
+        QFETCH(int, codigo);
+        QFETCH(QString, error);
+        FacturasDeMarzo();
+        const QString programa = QCoreApplication::applicationDirPath() + QStringLiteral("/../ivacompras");
+        QVERIFY2(QFileInfo::exists(programa), "the ivacompras program is not built next to the tests");
+        const QString ajustes = libro->Carpeta() + QStringLiteral("ajustes-comando");
+        QStringList args{"exportar", "--datos", libro->Carpeta(), "--cuit", EMPRESA, "--periodo", "03/2005", "--ajustes", ajustes};
+        if (!archivo.isEmpty())
+            args << "--archivo" << Dir() + archivo;
+        QProcess p;
+        p.start(programa, args);
+        QVERIFY(p.waitForFinished(120000));
+        QCOMPARE(p.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(p.exitCode(), codigo);
+        const QString salida = QString::fromLocal8Bit(p.readAllStandardError());
+        if (codigo != 0) {
+            QVERIFY2(salida.contains(error), qPrintable(salida));
+            QVERIFY(QDir(Dir()).entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot).isEmpty());
+            return;
+        }
+        QCOMPARE(salida, error);
+        QCOMPARE(Ajustes(ajustes).Leer("KESTREL", "Config", "SepCol"), QStringLiteral("\t"));
+        QVERIFY(Exportar(Dir() + QStringLiteral("ventana.xls")));
+        for (const char *sufijo : {".xls", " COMPRAS COMPRBTE.txt", " COMPRAS ALICUOTAS.txt"}) {
+            const QByteArray ventana = Leer(Dir() + "ventana" + sufijo);
+            QVERIFY(ventana.size() > 500);
+            QCOMPARE(Leer(Dir() + "comando" + sufijo), ventana);
+        }
+    }
+
+    void registros_data()
+    {
+        QTest::addColumn<Caso>("c");
+        const auto fila = [](const char *nombre, const Caso &c) { QTest::newRow(nombre) << c; };
+
+        fila("0002-00012345 type A", {});
+        fila("12345 type 99, rate 2,5", {.tipo = "99", .numero = "12345", .tasa = "2,5", .tipo3 = "099", .pv5 = "00000", .codigo4 = "0009"});
+        fila("lower-case type is unknown", {.tipo = "a", .tipo3 = "", .grav15 = Z(15)});
+        fila("point of sale's last 4, number's last 6", {.numero = "00012-12345678", .pv5 = "00012", .nro20 = "00000000000000345678"});
+        fila("amounts 0 and 1234.5, rounded to cents",
+             {.T = 1234.5, .IVA = 259.254, .total15 = "000000000149375", .grav15 = "000000000123450", .iva15 = "000000000025925"});
+        fila("negative amounts keep their sign inside",
+             {.U = -200, .T = 100, .IVA = 21, .total15 = "0000000000-7900", .noGrav15 = "000000000-20000",
+              .grav15 = "000000000010000", .iva15 = "000000000002100"});
+        fila("type B: zeros but its VAT, GravadoCero kept",
+             {.tipo = "B", .U = 50, .gravadoCeroAntes = true, .tipo3 = "006", .total15 = "000000000126000",
+              .grav15 = Z(15), .gravadoCeroDespues = true});
+        fila("no VAT line: code 0003", {.tasa = SIN, .codigo4 = "0003"});
+        fila("name of 40 cut to 30", {.nombre = "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789abcd", .nombre30 = "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123"});
+        fila("characters beyond the basic plane: one byte each",
+             {.numero = QStringLiteral("0002-000\U0001F60012345"), .nombre = QStringLiteral("Caf\u00e9 \U0001F600\U0001F600 Sur"),
+              .nro20 = "00000000000000?12345", .nombre30 = QStringLiteral("Caf\u00e9 ?? Sur") + B(19)});
+        fila("VAT of 13 digits on its own cent",
+             {.T = 0, .IVA = 5000000068049.169, .total15 = "500000006804917", .grav15 = Z(15),
+              .iva15 = "500000006804917", .gravadoCeroDespues = true});
+        fila("rate written with a point is no rate", {.tipo = "TIQUE FCA", .tasa = "10.5", .tipo3 = "081", .codigo4 = "0003"});
+
+        // Field 15, rule by rule.
+        fila("rule 1 comes before type A",
+             {.T = 100, .IVA = 0, .G = 5, .tasa = SIN, .total15 = "000000000010500", .ib15 = "000000000000500",
+              .campo15 = "1n", .grav15 = "000000000010000", .codigo4 = "0003", .iva15 = Z(15)});
+        fila("rule 2 type NDA without rate, sets GravadoCero",
+             {.tipo = "NDA", .U = 50, .T = 0, .IVA = 0, .tasa = SIN, .tipo3 = "002", .total15 = "000000000005000",
+              .noGrav15 = "000000000005000", .grav15 = Z(15), .codigo4 = "0003", .iva15 = Z(15), .gravadoCeroDespues = true});
+        fila("rule 2 a known rate",
+             {.tipo = "C", .T = 100, .IVA = 10.5, .tasa = "10,5", .tipo3 = "011", .total15 = "000000000011050",
+              .grav15 = Z(15), .codigo4 = "0004", .iva15 = "000000000001050"});
+        fila("rule 3 exempt only",
+             {.tipo = "C", .U = 100, .T = 0, .IVA = 0, .tasa = SIN, .tipo3 = "011", .total15 = "000000000010000",
+              .campo15 = "0n", .grav15 = Z(15), .codigo4 = "0003", .iva15 = Z(15)});
+        fila("rule 3 not for 99, which sets GravadoCero",
+             {.tipo = "99", .numero = "0003-00000077", .U = 100, .T = 0, .IVA = 0, .tasa = SIN, .tipo3 = "099",
+              .pv5 = "00003", .nro20 = "00000000000000000077", .total15 = "000000000010000", .noGrav15 = "000000000010000",
+              .campo15 = "1n", .grav15 = Z(15), .codigo4 = "0003", .iva15 = Z(15), .gravadoCeroDespues = true});
+        fila("rule 4 TIQUE FCB taxed, rate 0",
+             {.tipo = "TIQUE FCB", .tasa = "0", .tipo3 = "082", .campo15 = "1n", .grav15 = Z(15), .codigo4 = "0003"});
+        fila("rule 5 GravadoCero carried over",
+             {.tipo = "C", .T = 0, .IVA = 0, .tasa = SIN, .gravadoCeroAntes = true, .tipo3 = "011", .total15 = Z(15),
+              .campo15 = "1n", .grav15 = Z(15), .codigo4 = "0003", .iva15 = Z(15), .gravadoCeroDespues = true});
+        fila("rule 6 otherwise: TIQUE, other rate",
+             {.tipo = "TIQUE", .T = 0, .IVA = 0, .tasa = "5", .tipo3 = "083", .total15 = Z(15), .campo15 = "0n",
+              .grav15 = Z(15), .codigo4 = "0003", .iva15 = Z(15)});
+        fila("type A with a taxed amount clears GravadoCero",
+             {.T = 100, .IVA = 21, .gravadoCeroAntes = true, .total15 = "000000000012100", .grav15 = "000000000010000",
+              .iva15 = "000000000002100"});
+    }
+    void registros()
+    {
+        QFETCH(Caso, c);
+        FacturaExportada f{.fecha = QStringLiteral("15/03/2005"), .tipo = c.tipo, .numero = c.numero,
+                            .cuit = QStringLiteral("30111111118"), .nombre = c.nombre, .noGravado = c.U, .gravado = c.T,
+                            .iva = c.IVA, .ingBrutos = c.G,
+                            .alicuota = c.tasa != SIN ? std::optional(c.tasa) : std::nullopt, .descripcion = {},
+                            .descripcionExtra = {}};
+        EstadoRegistros estado{.GravadoCero = c.gravadoCeroAntes};
+        const RegistrosFactura r = ArmarRegistros(f, estado);
+        const QString cuit20 = QStringLiteral("00000000030111111118");
+        QCOMPARE(r.comprobante, Comprobante("20050315", c.tipo3, c.pv5, c.nro20, cuit20, c.nombre30, c.total15,
+                                            c.noGrav15, c.ib15, c.campo15));
+        QCOMPARE(r.alicuota, Alicuota(c.tipo3, c.pv5, c.nro20, cuit20, c.grav15, c.codigo4, c.iva15));
+        QCOMPARE(estado.GravadoCero, c.gravadoCeroDespues);
+    }
+    void rutas()
+    {
+        // Four characters are always cut, even from a name that does not end in ".xls".
+        const QString elegida = QStringLiteral("C:\\datosxls");
+        QCOMPARE(RutaPlanilla(elegida), elegida);
+        QCOMPARE(RutaArchivoAFIP(elegida, QStringLiteral(" COMPRAS ALICUOTAS.txt")), QStringLiteral("C:\\dato COMPRAS ALICUOTAS.txt"));
+    }
 private:
-    void FacturasDeMarzo();
-    bool Exportar(const QString &ruta);
+    void FacturasDeMarzo()
+    {
+        LibroDePrueba &l = *libro;
+        // Same date: ordered by the number's leading digits (2 before 5).
+        l.Factura(EMPRESA, P2, MARZO, "02/03/2005", "A", "0005-00000045", 0, 100, 0, 0);
+        l.Ejecutar("update IVC set DESCRIPCION = '5', DESCRIPCIONEXTRA = 'a,b' where IVCSNROFAC = '0005-00000045'");
+        l.Factura(EMPRESA, P1, MARZO, "02/03/2005", "A", "0002-00012345", 1100, 0, 237, 0);
+        l.LineaIVA(EMPRESA, P1, "0002-00012345", 1, 21, "Iva 21", 210);
+        l.LineaIVA(EMPRESA, P1, "0002-00012345", 2, 27, "Iva 27", 27);
+        l.Ejecutar("update IVC set DESCRIPCION = '1,5 kg', DESCRIPCIONEXTRA = 'Flete' where IVCSNROFAC = '0002-00012345'");
+        // Gross income only: GravadoCero left by the exempt type A before it.
+        l.Factura(EMPRESA, P2, MARZO, "05/03/2005", "C", "0003-00000077", 0, 0, 0, 12);
+        // A supplier missing from the list.
+        l.Factura(EMPRESA, "30999999990", MARZO, "10/03/2005", "B", "12345", 500, 0, 105, 0);
+        l.LineaIVA(EMPRESA, "30999999990", "12345", 1, 21, "Iva 21", 105);
+        l.Factura(EMPRESA, P1, MARZO, "15/03/2005", "99", "678", 200, 0, 21, 0);
+        l.LineaIVA(EMPRESA, P1, "678", 1, 10.5, "Iva 10,5", 21);
+        l.Factura(EMPRESA, P1, MARZO, "20/03/2005", "X", "0004-00000001", 100, 10, 5, 0);
+        l.LineaIVA(EMPRESA, P1, "0004-00000001", 1, 5, "Iva 5", 5);
+        l.LineaIVA(EMPRESA, P1, "0004-00000001", 2, 0, "Iva 0", 0);
+        // Outside the run: another period, another company. The line of another period still
+        // answers the rate query of a number ending in the same digits ("%45").
+        l.Factura(EMPRESA, P1, "01/04/2005", "01/04/2005", "A", "0009-00000009", 999, 0, 0, 0);
+        l.Factura(EMPRESA, P2, "01/02/2005", "01/02/2005", "A", "0001-00000345", 100, 0, 27, 0);
+        l.LineaIVA(EMPRESA, P2, "0001-00000345", 1, 27, "Iva 27", 27);
+        l.Factura("27000000006", P1, MARZO, "03/03/2005", "A", "0001-00000001", 1000, 0, 210, 0);
+        l.LineaIVA("27000000006", P1, "0001-00000001", 1, 21, "Iva 21", 210);
+    }
+    bool Exportar(const QString &ruta)
+    {
+        dialogo->respuesta = ruta;
+        QString tab = QStringLiteral("\t");
+        return GenerarReporte(libro->S(), tab, nullptr);
+    }
     QString Dir() const { return libro->Carpeta() + QStringLiteral("salida/"); }
     std::unique_ptr<LibroDePrueba> libro;
     std::unique_ptr<DialogoGuion> dialogo;
 };
-
-void TstExportar::init()
-{
-    libro = std::make_unique<LibroDePrueba>();
-    dialogo = std::make_unique<DialogoGuion>();
-    libro->S().dialogo = dialogo.get();
-    libro->Empresa(EMPRESA, QStringLiteral("Comercio Sur SRL"));
-    libro->Proveedor(P1, QStringLiteral("PEÑA Y CIA S.A."));
-    libro->Proveedor(P2, QStringLiteral("Distribuidora \"Norte\""));
-    libro->Periodo(EMPRESA, MARZO);
-    QDir().mkpath(Dir());
-}
-
-void TstExportar::cleanup()
-{
-    dialogo.reset();
-    libro.reset();
-}
-
-bool TstExportar::Exportar(const QString &ruta)
-{
-    dialogo->respuesta = ruta;
-    QString tab = QStringLiteral("\t");
-    return GenerarReporte(libro->S(), tab, nullptr);
-}
-
-void TstExportar::FacturasDeMarzo()
-{
-    LibroDePrueba &l = *libro;
-    // Same date: ordered by the number's leading digits (2 before 5).
-    l.Factura(EMPRESA, P2, MARZO, "02/03/2005", "A", "0005-00000045", 0, 100, 0, 0);
-    l.Ejecutar("update IVC set DESCRIPCION = '5', DESCRIPCIONEXTRA = 'a,b' where IVCSNROFAC = '0005-00000045'");
-    l.Factura(EMPRESA, P1, MARZO, "02/03/2005", "A", "0002-00012345", 1100, 0, 237, 0);
-    l.LineaIVA(EMPRESA, P1, "0002-00012345", 1, 21, "Iva 21", 210);
-    l.LineaIVA(EMPRESA, P1, "0002-00012345", 2, 27, "Iva 27", 27);
-    l.Ejecutar("update IVC set DESCRIPCION = '1,5 kg', DESCRIPCIONEXTRA = 'Flete' where IVCSNROFAC = '0002-00012345'");
-    // Gross income only: GravadoCero left by the exempt type A before it.
-    l.Factura(EMPRESA, P2, MARZO, "05/03/2005", "C", "0003-00000077", 0, 0, 0, 12);
-    // A supplier missing from the list.
-    l.Factura(EMPRESA, "30999999990", MARZO, "10/03/2005", "B", "12345", 500, 0, 105, 0);
-    l.LineaIVA(EMPRESA, "30999999990", "12345", 1, 21, "Iva 21", 105);
-    l.Factura(EMPRESA, P1, MARZO, "15/03/2005", "99", "678", 200, 0, 21, 0);
-    l.LineaIVA(EMPRESA, P1, "678", 1, 10.5, "Iva 10,5", 21);
-    l.Factura(EMPRESA, P1, MARZO, "20/03/2005", "X", "0004-00000001", 100, 10, 5, 0);
-    l.LineaIVA(EMPRESA, P1, "0004-00000001", 1, 5, "Iva 5", 5);
-    l.LineaIVA(EMPRESA, P1, "0004-00000001", 2, 0, "Iva 0", 0);
-    // Outside the run: another period, another company. The line of another period still
-    // answers the rate query of a number ending in the same digits ("%45").
-    l.Factura(EMPRESA, P1, "01/04/2005", "01/04/2005", "A", "0009-00000009", 999, 0, 0, 0);
-    l.Factura(EMPRESA, P2, "01/02/2005", "01/02/2005", "A", "0001-00000345", 100, 0, 27, 0);
-    l.LineaIVA(EMPRESA, P2, "0001-00000345", 1, 27, "Iva 27", 27);
-    l.Factura("27000000006", P1, MARZO, "03/03/2005", "A", "0001-00000001", 1000, 0, 210, 0);
-    l.LineaIVA("27000000006", P1, "0001-00000001", 1, 21, "Iva 21", 210);
-}
-
-void TstExportar::periodoCompleto()
-{
-    FacturasDeMarzo();
-    // An upper-case suffix is kept.
-    QVERIFY(Exportar(Dir() + QStringLiteral("marzo.XLS")));
-
-    QCOMPARE(dialogo->pedidos.size(), 1);
-    const DialogoGuion::Pedido &p = dialogo->pedidos[0];
-    QCOMPARE(p.titulo, QStringLiteral("Guardar Reporte de Libro IVA Compras"));
-    QStringList filtros;
-    for (const FiltroArchivo &f : p.filtros)
-        filtros << f.descripcion << f.patron;
-    QCOMPARE(filtros, (QStringList{"XLS Delimitado por comas (*.xls)", "*.xls", "All Files (*.*)", "*.*"}));
-    QCOMPARE(p.carpetaInicial, QStringLiteral("C:\\"));
-    QCOMPARE(p.nombreInicial, B(254));
-    QCOMPARE(libro->Mensajes().mostrados.size(), 1);
-    QCOMPARE(libro->Mensajes().Ultimo(), QStringLiteral("Archivos Generados"));
-    QCOMPARE(libro->Mensajes().UltimoEstilo(), 0);
-    QCOMPARE(libro->S().ajustes.Leer("KESTREL", "Config", "SepCol"), QStringLiteral("\t"));
-
-    const QString c1 = QStringLiteral("00000000030111111118");
-    const QString c2 = QStringLiteral("00000000030222222229");
-    const QString pena = QStringLiteral("PEÑA Y CIA S.A.") + B(15);
-    const QString norte = QStringLiteral("Distribuidora \"Norte\"") + B(9);
-    const QString comprobantes =
-        Comprobante("20050302", "001", "00002", "00000000000000012345", c1, pena, "000000000133700", Z(15), Z(15), "1 ") +
-        Comprobante("20050302", "001", "00005", "00000000000000000045", c2, norte, "000000000010000", "000000000010000", Z(15), "1 ") +
-        Comprobante("20050305", "011", "00003", "00000000000000000077", c2, norte, "000000000001200", Z(15), "000000000001200", "1n") +
-        Comprobante("20050310", "006", "00001", "00000000000000012345", "00000000030999999990", "desconocido!" + B(18), "000000000060500", Z(15), Z(15), "1 ") +
-        Comprobante("20050315", "099", "00000", "00000000000000000678", c1, pena, "000000000022100", Z(15), Z(15), "1 ") +
-        Comprobante("20050320", "", "00004", "00000000000000000001", c1, pena, "000000000011500", Z(15), Z(15), "1n");
-    const QString alicuotas =
-        Alicuota("001", "00002", "00000000000000012345", c1, "000000000110000", "0005", "000000000023700") +
-        Alicuota("001", "00005", "00000000000000000045", c2, Z(15), "0006", Z(15)) +
-        Alicuota("011", "00003", "00000000000000000077", c2, Z(15), "0003", Z(15)) +
-        Alicuota("006", "00001", "00000000000000012345", "00000000030999999990", Z(15), "0005", "000000000010500") +
-        Alicuota("099", "00000", "00000000000000000678", c1, "000000000020000", "0004", "000000000002100") +
-        Alicuota("", "00004", "00000000000000000001", c1, Z(15), "0003", "000000000000500");
-    // Quotes inside a name stay as they are; descriptions take "00.00" and lose their commas.
-    const QString planilla = QStringLiteral(
-        "FECHA\tTIPO\tFAC NRO\tCUIT\tPROVEEDOR\tNO GRAVADO\tGRAVADO\tING BRU\tIVA\tTOTAL\tDescripcion\tDescripcionExtra\r\n"
-        "\r\n"
-        "\"02/03/2005\"\t\"A\"\t\"0002-00012345\"\t\"30111111118\"\t\"PEÑA Y CIA S.A.\"\t00.00\t1100.00\t00.00\t237.00\t1337.00\t1.5 kg\tFlete\r\n"
-        "\"02/03/2005\"\t\"A\"\t\"0005-00000045\"\t\"30222222229\"\t\"Distribuidora \"Norte\"\"\t100.00\t00.00\t00.00\t00.00\t100.00\t05.00\ta.b\r\n"
-        "\"05/03/2005\"\t\"C\"\t\"0003-00000077\"\t\"30222222229\"\t\"Distribuidora \"Norte\"\"\t00.00\t00.00\t12.00\t00.00\t12.00\t\t\r\n"
-        "\"10/03/2005\"\t\"B\"\t\"12345\"\t\"30999999990\"\t\"desconocido!\"\t00.00\t500.00\t00.00\t105.00\t605.00\t\t\r\n"
-        "\"15/03/2005\"\t\"99\"\t\"0000-678\"\t\"30111111118\"\t\"PEÑA Y CIA S.A.\"\t00.00\t200.00\t00.00\t21.00\t221.00\t\t\r\n"
-        "\"20/03/2005\"\t\"X\"\t\"0004-00000001\"\t\"30111111118\"\t\"PEÑA Y CIA S.A.\"\t10.00\t100.00\t00.00\t05.00\t115.00\t\t\r\n"
-        "\t\t\t\tTotales\t110.00\t1900.00\t12.00\t368.00\t2390.00\r\n"
-        "\r\n"
-        "Neto Gravado 10.5%\t200.00\r\n"
-        "IVA 10.5%\t21.00\r\n"
-        "Neto Gravado 21%\t1500.00\r\n"
-        "IVA 21%\t315.00\r\n"
-        "Neto Gravado 27%\t100.00\r\n"
-        "IVA 27%\t27.00\r\n"
-        "Neto Gravado OTROS\t100.00\r\n"
-        "IVA OTROS\t05.00\r\n"
-        "Ingresos Brutos \t12.00\r\n"
-        "No gravado/Exentos \t110.00\r\n"
-        "Total \t2390.00\r\n");
-
-    QCOMPARE(Leer(Dir() + "marzo.XLS"), planilla.toLatin1());
-    // One byte per character: the "Ñ" keeps the record at 325 bytes.
-    QCOMPARE(Leer(Dir() + "marzo COMPRAS COMPRBTE.txt"), comprobantes.toLatin1());
-    QCOMPARE(Leer(Dir() + "marzo COMPRAS ALICUOTAS.txt"), alicuotas.toLatin1());
-}
-
-void TstExportar::periodoVacio()
-{
-    libro->Factura(EMPRESA, P1, MARZO, "02/03/2005", "A", "0002-00012345", 1100, 0, 231, 0);
-    libro->Periodo(EMPRESA, QStringLiteral("01/06/2005"));
-    // Blanks and NUL characters around the answer are dropped, then ".xls" is added.
-    QVERIFY(Exportar(B(2) + Dir() + QStringLiteral("junio") + QChar(0) + B(3)));
-    // The sums over nothing show as 00.00; the rates with no line show nothing.
-    QCOMPARE(Leer(Dir() + "junio.xls"),
-             QByteArray("FECHA\tTIPO\tFAC NRO\tCUIT\tPROVEEDOR\tNO GRAVADO\tGRAVADO\tING BRU\tIVA\tTOTAL\tDescripcion\tDescripcionExtra\r\n"
-                        "\r\n"
-                        "\t\t\t\tTotales\t00.00\t00.00\t00.00\t00.00\t00.00\r\n"
-                        "\r\n"
-                        "Neto Gravado OTROS\t00.00\r\n"
-                        "IVA OTROS\t00.00\r\n"
-                        "Ingresos Brutos \t00.00\r\n"
-                        "No gravado/Exentos \t00.00\r\n"
-                        "Total \t00.00\r\n"));
-    QCOMPARE(Leer(Dir() + "junio COMPRAS COMPRBTE.txt"), QByteArray());
-    QCOMPARE(Leer(Dir() + "junio COMPRAS ALICUOTAS.txt"), QByteArray());
-    QCOMPARE(libro->Mensajes().Ultimo(), QStringLiteral("Archivos Generados"));
-}
-
-void TstExportar::avisosNoNumericos()
-{
-    libro->Factura(EMPRESA, P1, MARZO, "02/03/2005", "A", "00A1-000123", 100, 0, 21, 0);
-    libro->Factura(EMPRESA, P1, MARZO, "03/03/2005", "A", "0012-12B4", 100, 0, 21, 0);
-    QVERIFY(Exportar(Dir() + QStringLiteral("avisos.xls")));
-    QStringList textos;
-    for (const auto &m : libro->Mensajes().mostrados) {
-        textos << m.texto;
-        QCOMPARE(m.estilo, 0);
-    }
-    QCOMPARE(textos, (QStringList{"Se ha encontrado un Punto de Venta NO NUMERICO: 00A1",
-                                  "Se ha encontrado un Nro de Factura NO NUMERICO: 000000000000000012B4",
-                                  "Archivos Generados"}));
-    // The records are written as built.
-    QCOMPARE(Leer(Dir() + "avisos COMPRAS COMPRBTE.txt").mid(327 + 8, 28), QByteArray("00100012000000000000000012B4"));
-}
-
-void TstExportar::errores_data()
-{
-    QTest::addColumn<QString>("cuitProveedor");
-    QTest::addColumn<QString>("bloqueado");
-    QTest::addColumn<QString>("numeroYDescripcion");
-    QTest::newRow("CUIT longer than 20") << "3011111111800000000001" << ""
-        << "\r\n5\r\nLlamada a procedimiento o argumento no válidos";
-    QTest::newRow("apostrophe in a CUIT") << "30'11" << "" << "\r\n-2147217900\r\n";
-    QTest::newRow("vouchers file cannot be put in place") << P1 << "err COMPRAS COMPRBTE.txt"
-        << "\r\n57\r\nNo se puede escribir el archivo 'DIR/err COMPRAS COMPRBTE.txt': la ruta es una carpeta";
-    // A disk that takes no more bytes: the spreadsheet is the first file past the limit.
-    QTest::newRow("disk full") << P1 << ""
-        << "\r\n57\r\nNo se puede escribir el archivo 'DIR/err.xls': el archivo es demasiado grande";
-}
-
-void TstExportar::errores()
-{
-    QFETCH(QString, cuitProveedor);
-    QFETCH(QString, bloqueado);
-    QFETCH(QString, numeroYDescripcion);
-    numeroYDescripcion.replace(QStringLiteral("DIR/"), Dir());
-    libro->Factura(EMPRESA, P1, MARZO, "01/03/2005", "A", "0001-00000001", 100, 0, 21, 0);
-    libro->Factura(EMPRESA, cuitProveedor.replace(u'\'', QStringLiteral("''")), MARZO, "02/03/2005",
-                   "A", "0002-00012345", 1100, 0, 231, 0);
-    if (!bloqueado.isEmpty())
-        QVERIFY(QDir().mkpath(Dir() + bloqueado));
-    // The previous period's export is there: it must stay as it was.
-    EscribirArchivo(Dir() + QStringLiteral("err.xls"), "anterior");
-    EscribirArchivo(Dir() + QStringLiteral("err COMPRAS ALICUOTAS.txt"), "anterior");
-
-    rlimit antes{};
-    getrlimit(RLIMIT_FSIZE, &antes);
-    if (QByteArray(QTest::currentDataTag()) == "disk full") {
-        signal(SIGXFSZ, SIG_IGN);
-        rlimit limite = antes;
-        limite.rlim_cur = 100;
-        setrlimit(RLIMIT_FSIZE, &limite);
-    }
-    const bool exportado = Exportar(Dir() + QStringLiteral("err.xls"));
-    setrlimit(RLIMIT_FSIZE, &antes);
-    QVERIFY(!exportado);
-    QCOMPARE(libro->Mensajes().mostrados.size(), 1);
-    const QString texto = libro->Mensajes().Ultimo();
-    QVERIFY2(texto.startsWith(QStringLiteral("Nro Linea: ")) && texto.contains(numeroYDescripcion) &&
-                 texto.endsWith(QStringLiteral(" seccion modGBPROC.GenerarReporte ")),
-             qPrintable(texto));
-    QCOMPARE(libro->Mensajes().UltimoEstilo(), 16);
-    // The three files are one set: the earlier ones untouched, no new one, nothing left over.
-    QCOMPARE(QDir(Dir()).entryList(QDir::Files, QDir::Name),
-             QStringList({"err COMPRAS ALICUOTAS.txt", "err.xls"}));
-    QCOMPARE(Leer(Dir() + "err.xls") + Leer(Dir() + "err COMPRAS ALICUOTAS.txt"), QByteArray("anterioranterior"));
-}
-
-void TstExportar::comando_data()
-{
-    QTest::addColumn<QString>("archivo");
-    QTest::addColumn<int>("codigo");
-    QTest::addColumn<QString>("error");
-    QTest::newRow("the window's three files") << "comando" << 0 << "Archivos Generados\n";
-    QTest::newRow("folder of the file missing") << "no/existe/x.xls" << 1 << " seccion modGBPROC.GenerarReporte ";
-    QTest::newRow("no file given") << "" << 2 << "uso:";
-}
-
-void TstExportar::comando()
-{
-    QFETCH(QString, archivo);
-    QFETCH(int, codigo);
-    QFETCH(QString, error);
-    FacturasDeMarzo();
-    const QString programa = QCoreApplication::applicationDirPath() + QStringLiteral("/../ivacompras");
-    QVERIFY2(QFileInfo::exists(programa), "the ivacompras program is not built next to the tests");
-    const QString ajustes = libro->Carpeta() + QStringLiteral("ajustes-comando");
-    QStringList args{"exportar", "--datos", libro->Carpeta(), "--cuit", EMPRESA, "--periodo", "03/2005", "--ajustes", ajustes};
-    if (!archivo.isEmpty())
-        args << "--archivo" << Dir() + archivo;
-    QProcess p;
-    p.start(programa, args);
-    QVERIFY(p.waitForFinished(120000));
-    QCOMPARE(p.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(p.exitCode(), codigo);
-    const QString salida = QString::fromLocal8Bit(p.readAllStandardError());
-    if (codigo != 0) {
-        QVERIFY2(salida.contains(error), qPrintable(salida));
-        QVERIFY(QDir(Dir()).entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot).isEmpty());
-        return;
-    }
-    QCOMPARE(salida, error);
-    QCOMPARE(Ajustes(ajustes).Leer("KESTREL", "Config", "SepCol"), QStringLiteral("\t"));
-    QVERIFY(Exportar(Dir() + QStringLiteral("ventana.xls")));
-    for (const char *sufijo : {".xls", " COMPRAS COMPRBTE.txt", " COMPRAS ALICUOTAS.txt"}) {
-        const QByteArray ventana = Leer(Dir() + "ventana" + sufijo);
-        QVERIFY(ventana.size() > 500);
-        QCOMPARE(Leer(Dir() + "comando" + sufijo), ventana);
-    }
-}
 
 QTEST_MAIN(TstExportar)
 #include "tst_exportar.moc"

@@ -10,28 +10,6 @@
 #include <QRegularExpression>
 #include <QtTest>
 
-// The printed ledger over a real book: the composed text, the pages, and where it goes (a
-// Latin-1 text file, a PDF file, the PDF in the documents folder of a machine without
-// printers).
-class TstLibroImpreso : public QObject
-{
-    Q_OBJECT
-private slots:
-    void init();
-    void cleanup();
-    void alinear();
-    void libroCompleto();
-    void periodoVacio();
-    void paginas_data();
-    void paginas();
-    void salidasDelComandoImprimir();
-    void sinImpresorasVaAPdfEnDocumentos();
-
-private:
-    std::unique_ptr<LibroDePrueba> libro;
-    Sesion &S() { return libro->S(); }
-};
-
 namespace {
 
 const QString kEmpresa = QStringLiteral("20111111112");
@@ -73,222 +51,228 @@ int PaginasPdf(const QByteArray &pdf)
 
 } // namespace
 
-void TstLibroImpreso::init()
+// The printed ledger over a real book: the composed text, the pages, and where it goes (a
+// Latin-1 text file, a PDF file, the PDF in the documents folder of a machine without
+// printers).
+class TstLibroImpreso : public QObject
 {
-    libro = std::make_unique<LibroDePrueba>();
-    libro->Empresa(kEmpresa, QStringLiteral("Compañía Ñandú S.R.L."));
-    libro->Periodo(kEmpresa, QStringLiteral("01/03/2026"));
-    S().NombreUsuario = QStringLiteral("Compañía Ñandú S.R.L.");
-    libro->Proveedor(kLargo, kNombreLargo);
-    libro->Proveedor(kFerreteria, QStringLiteral("Ferretería Ñandú"));
-}
-
-void TstLibroImpreso::cleanup() { libro.reset(); }
-
-void TstLibroImpreso::alinear()
-{
-    // The cut stays in the caller's variable, also when the mode is not "I" or "D".
-    QString texto = QStringLiteral("abcdefgh");
-    QCOMPARE(align(texto, QStringLiteral("D"), 5), QStringLiteral("abcde"));
-    QCOMPARE(texto, QStringLiteral("abcde"));
-    QCOMPARE(align(texto, QStringLiteral("i"), 3), QStringLiteral("Error en align"));
-    QCOMPARE(texto, QStringLiteral("abc"));
-}
-
-void TstLibroImpreso::libroCompleto()
-{
-    // Two invoices on one date: the number's last eight characters order them (45 before 123).
-    libro->Factura(kEmpresa, kLargo, "01/03/2026", "05/03/2026", "A", "0001-00000123", 1000, 50, 215, 30);
-    libro->LineaIB(kEmpresa, kLargo, "0001-00000123", 1, 2.5, "Perc CABA", 10);
-    libro->LineaIB(kEmpresa, kLargo, "0001-00000123", 2, 3, "Perc BA", 20);
-    libro->LineaIVA(kEmpresa, kLargo, "0001-00000123", 1, 21, "IVA 21%", 210);
-    libro->LineaIVA(kEmpresa, kLargo, "0001-00000123", 2, 5, "IVA 5", 5);
-    libro->Factura(kEmpresa, kFerreteria, "01/03/2026", "05/03/2026", "NDA", "0002-00000045", 200, 0, 21, 0);
-    libro->LineaIVA(kEmpresa, kFerreteria, "0002-00000045", 1, 10.5, "IVA 10,5", 21);
-    // A supplier that is not in the list, no detail lines, an untaxed amount of three decimals.
-    libro->Factura(kEmpresa, kDesconocido, "01/03/2026", "10/03/2026", "B", "0003-00000001", 100, 12.344, 27, 0);
-    // Other periods and other companies stay out, their lines too: no 27% in the summary.
-    libro->Factura(kEmpresa, kFerreteria, "01/02/2026", "20/02/2026", "A", "0001-00000099", 500, 0, 105, 0);
-    libro->LineaIVA(kEmpresa, kFerreteria, "0001-00000099", 1, 21, "IVA 21", 105);
-    libro->Factura("20999999990", kFerreteria, "01/03/2026", "06/03/2026", "A", "0001-00000300", 100, 0, 27, 0);
-    libro->LineaIVA("20999999990", kFerreteria, "0001-00000300", 1, 27, "IVA 27", 27);
-
-    // The 60-character name printed as its first 50; the 3-character type as a blank and "NDA".
-    const QString ferreteria = QStringLiteral("Ferretería Ñandú") + B(34);
-    const QStringList esperado = {
-        kTitulos,
-        kRegla,
-        kSubtitulo,
-        kSubregla,
-        J({"05/03/2026", " NDA", B(5) + "0002-00000045", kFerreteria, ferreteria, B(5) + "00,00",
-           B(4) + "200,00", B(5) + "00,00", B(5) + "21,00", B(4) + "221,00"}),
-        B(79) + QStringLiteral("detalle IVA --> 10,5% IVA 10,5") + B(22) + QStringLiteral("      21,00"),
-        J({"05/03/2026", B(3) + "A", B(5) + "0001-00000123", kLargo, kNombreLargo.left(50), B(5) + "50,00",
-           B(3) + "1000,00", B(5) + "30,00", B(4) + "215,00", B(3) + "1295,00"}),
-        B(72) + QStringLiteral("detalle Ing Brutos -->  2,5% Perc CABA") + B(10) + QStringLiteral("      10,00"),
-        B(91) + QStringLiteral("-->    3% Perc BA") + B(12) + QStringLiteral("      20,00"),
-        B(79) + QStringLiteral("detalle IVA -->   21% IVA 21%") + B(23) + QStringLiteral("     210,00"),
-        B(91) + QStringLiteral("-->    5% IVA 5") + B(25) + QStringLiteral("      05,00"),
-        J({"10/03/2026", B(3) + "B", B(5) + "0003-00000001", kDesconocido, "desconocido!" + B(38),
-           B(5) + "12,34", B(4) + "100,00", B(5) + "00,00", B(5) + "27,00", B(4) + "139,34"}),
-        J({B(10), B(4), B(18), B(11), B(42) + "Totales:", B(5) + "62,34", B(3) + "1300,00",
-           B(5) + "30,00", B(4) + "263,00", B(3) + "1655,34"}),
-        QStringLiteral("NETO GRAVADO 10,5% 200,00"),
-        QStringLiteral("IVA 10,5% 21,00"),
-        QStringLiteral("NETO GRAVADO 21% 1000,00"),
-        QStringLiteral("IVA 21% 210,00"),
-        QStringLiteral("NETO GRAVADO OTROS 100,00"),
-        QStringLiteral("IVA OTROS 05,00"),
-        QStringLiteral("INGRESOS BRUTOS 30,00"),
-        QStringLiteral("NO GRAVADOS/EXENTOS 62,34"),
-        QStringLiteral("TOTAL 1655,34"),
-    };
-    QCOMPARE(libro::CortarLineas(libro::ComponerLibro(S())), libro::CortarLineas(Texto(esperado)));
-    QCOMPARE(esperado[4].size(), libro::kAnchoLinea);
-}
-
-void TstLibroImpreso::periodoVacio()
-{
-    // An invoice of another period: this one has none.
-    libro->Factura(kEmpresa, kFerreteria, "01/02/2026", "20/02/2026", "A", "0001-00000099", 500, 7, 105, 3);
-    const QStringList esperado = {
-        kTitulos,
-        kRegla,
-        kSubtitulo,
-        kSubregla,
-        J({B(10), B(4), B(18), B(11), B(42) + "Totales:", B(5) + "00,00", B(5) + "00,00",
-           B(5) + "00,00", B(5) + "00,00", B(5) + "00,00"}),
-        // The two aggregates without grouping always bring a row; their null sums show 00,00.
-        QStringLiteral("NETO GRAVADO OTROS 00,00"),
-        QStringLiteral("IVA OTROS 00,00"),
-        QStringLiteral("INGRESOS BRUTOS 00,00"),
-        QStringLiteral("NO GRAVADOS/EXENTOS 00,00"),
-        QStringLiteral("TOTAL 00,00"),
-    };
-    ImpresoraGrabadora imp;
-    QVERIFY(ImprimirLibro(S(), imp, 9, 30));
-    QCOMPARE(imp.hojas.size(), 1);
-    QCOMPARE(imp.documentos, 1);
-    const QString encabezado = QStringLiteral("COMPAÑÍA ÑANDÚ S.R.L. - CUIT: 20111111112") + B(56) +
-                               QStringLiteral(" Desde: 01/03/2026 hasta 31/03/2026");
-    QStringList hoja = QStringList{QString(), encabezado, QString()} + esperado;
-    hoja << QString() << B(136) + QStringLiteral("Pagina 1 de 1");
-    QCOMPARE(imp.Textos(0), hoja);
-    QVERIFY(libro->Mensajes().mostrados.isEmpty());
-
-    // A rate whose only line holds no amount sums to null: 00,00 too, as in the spreadsheet.
-    libro->Factura(kEmpresa, kFerreteria, "01/03/2026", "02/03/2026", "A", "0001-00000100", 0, 0, 0, 0);
-    libro->Ejecutar(QStringLiteral("insert into IVC_DetIVA values ('%1','%2','0001-00000100',1,27,'IVA 27',NULL)")
-                        .arg(kEmpresa, kFerreteria));
-    const QStringList lineas = libro::CortarLineas(libro::ComponerLibro(S()));
-    QVERIFY(lineas.contains(QStringLiteral("NETO GRAVADO 27% 00,00")));
-    QVERIFY(lineas.contains(QStringLiteral("IVA 27% 00,00")));
-}
-
-void TstLibroImpreso::paginas_data()
-{
-    QTest::addColumn<int>("lineas");
-    QTest::addColumn<int>("porHoja");
-    QTest::addColumn<QList<int>>("cuerpos");
-    QTest::addColumn<int>("hojas");
-    QTest::newRow("100 at 30") << 100 << 30 << QList<int>{27, 27, 27, 19} << 4;
-    QTest::newRow("below 5: one a page") << 2 << 3 << QList<int>{1, 1} << 2;
-    // The count says two pages, the body fills one: the second page's header and footer
-    // follow on the same sheet, no new page before them.
-    QTest::newRow("a page beyond the body") << 27 << 30 << QList<int>{27, 0} << 1;
-}
-
-void TstLibroImpreso::paginas()
-{
-    QFETCH(int, lineas);
-    QFETCH(int, porHoja);
-    QFETCH(QList<int>, cuerpos);
-    QFETCH(int, hojas);
-    ImpresoraGrabadora imp;
-    libro::ImprimirPaginas(imp, Numeradas(lineas), QStringLiteral("ENC"), 9, qint16(porHoja));
-
-    QCOMPARE(imp.FontName(), QStringLiteral("Courier New"));
-    QCOMPARE(imp.documentos, 1);
-    QCOMPARE(imp.hojas.size(), hojas);
-    QStringList textos;
-    int siguiente = 1;
-    for (int h = 0; h < cuerpos.size(); ++h) {
-        textos << QString() << QStringLiteral("ENC") << QString();
-        for (int i = 0; i < cuerpos[h]; ++i)
-            textos << QStringLiteral("linea %1").arg(siguiente++);
-        const QString pie = QStringLiteral("Pagina %1 de %2").arg(h + 1).arg(cuerpos.size());
-        textos << B(149 - int(pie.size())) + pie;
-        if (hojas == cuerpos.size()) // a sheet a page: each sheet ends with its page's footer
-            QCOMPARE(imp.Textos(h).size(), 3 + cuerpos[h] + 1);
+    Q_OBJECT
+private slots:
+    void init()
+    {
+        libro = std::make_unique<LibroDePrueba>();
+        libro->Empresa(kEmpresa, QStringLiteral("Compañía Ñandú S.R.L."));
+        libro->Periodo(kEmpresa, QStringLiteral("01/03/2026"));
+        S().NombreUsuario = QStringLiteral("Compañía Ñandú S.R.L.");
+        libro->Proveedor(kLargo, kNombreLargo);
+        libro->Proveedor(kFerreteria, QStringLiteral("Ferretería Ñandú"));
     }
-    QCOMPARE(imp.Textos(), textos);
-}
-
-void TstLibroImpreso::salidasDelComandoImprimir()
-{
-    for (int i = 1; i <= 12; ++i) {
-        const QString numero = QStringLiteral("0001-%1").arg(i, 8, 10, QLatin1Char('0'));
-        libro->Factura(kEmpresa, kFerreteria, "01/03/2026", "05/03/2026", "A", numero, 100, 0, 21, 3);
-        libro->LineaIB(kEmpresa, kFerreteria, numero, 1, 3, "Percepción", 3);
-        libro->LineaIVA(kEmpresa, kFerreteria, numero, 1, 21, "IVA 21", 21);
+    void cleanup() { libro.reset(); }
+    void alinear()
+    {
+        // The cut stays in the caller's variable, also when the mode is not "I" or "D".
+        QString texto = QStringLiteral("abcdefgh");
+        QCOMPARE(align(texto, QStringLiteral("D"), 5), QStringLiteral("abcde"));
+        QCOMPARE(texto, QStringLiteral("abcde"));
+        QCOMPARE(align(texto, QStringLiteral("i"), 3), QStringLiteral("Error en align"));
+        QCOMPARE(texto, QStringLiteral("abc"));
     }
-    // 4 + 36 + 8 closing lines + the empty one after the last CR LF = 49 lines; 22 a page.
-    ImpresoraGrabadora grabadora;
-    QVERIFY(ImprimirLibro(S(), grabadora, 9, 25));
-    QCOMPARE(grabadora.hojas.size(), 3);
+    void libroCompleto()
+    {
+        // Two invoices on one date: the number's last eight characters order them (45 before 123).
+        libro->Factura(kEmpresa, kLargo, "01/03/2026", "05/03/2026", "A", "0001-00000123", 1000, 50, 215, 30);
+        libro->LineaIB(kEmpresa, kLargo, "0001-00000123", 1, 2.5, "Perc CABA", 10);
+        libro->LineaIB(kEmpresa, kLargo, "0001-00000123", 2, 3, "Perc BA", 20);
+        libro->LineaIVA(kEmpresa, kLargo, "0001-00000123", 1, 21, "IVA 21%", 210);
+        libro->LineaIVA(kEmpresa, kLargo, "0001-00000123", 2, 5, "IVA 5", 5);
+        libro->Factura(kEmpresa, kFerreteria, "01/03/2026", "05/03/2026", "NDA", "0002-00000045", 200, 0, 21, 0);
+        libro->LineaIVA(kEmpresa, kFerreteria, "0002-00000045", 1, 10.5, "IVA 10,5", 21);
+        // A supplier that is not in the list, no detail lines, an untaxed amount of three decimals.
+        libro->Factura(kEmpresa, kDesconocido, "01/03/2026", "10/03/2026", "B", "0003-00000001", 100, 12.344, 27, 0);
+        // Other periods and other companies stay out, their lines too: no 27% in the summary.
+        libro->Factura(kEmpresa, kFerreteria, "01/02/2026", "20/02/2026", "A", "0001-00000099", 500, 0, 105, 0);
+        libro->LineaIVA(kEmpresa, kFerreteria, "0001-00000099", 1, 21, "IVA 21", 105);
+        libro->Factura("20999999990", kFerreteria, "01/03/2026", "06/03/2026", "A", "0001-00000300", 100, 0, 27, 0);
+        libro->LineaIVA("20999999990", kFerreteria, "0001-00000300", 1, 27, "IVA 27", 27);
 
-    // The text file: the recorded pages in Latin-1, a form feed between them.
-    const QString txt = libro->Carpeta() + QStringLiteral("libro.txt");
-    ImpresoraTexto texto(txt);
-    QVERIFY(ImprimirLibro(S(), texto, 9, 25));
-    QString esperado;
-    for (int h = 0; h < grabadora.hojas.size(); ++h)
-        esperado += (h > 0 ? QStringLiteral("\f") : QString()) + Texto(grabadora.Textos(h));
-    QCOMPARE(Leer(txt), esperado.toLatin1());
+        // The 60-character name printed as its first 50; the 3-character type as a blank and "NDA".
+        const QString ferreteria = QStringLiteral("Ferretería Ñandú") + B(34);
+        const QStringList esperado = {
+            kTitulos,
+            kRegla,
+            kSubtitulo,
+            kSubregla,
+            J({"05/03/2026", " NDA", B(5) + "0002-00000045", kFerreteria, ferreteria, B(5) + "00,00",
+               B(4) + "200,00", B(5) + "00,00", B(5) + "21,00", B(4) + "221,00"}),
+            B(79) + QStringLiteral("detalle IVA --> 10,5% IVA 10,5") + B(22) + QStringLiteral("      21,00"),
+            J({"05/03/2026", B(3) + "A", B(5) + "0001-00000123", kLargo, kNombreLargo.left(50), B(5) + "50,00",
+               B(3) + "1000,00", B(5) + "30,00", B(4) + "215,00", B(3) + "1295,00"}),
+            B(72) + QStringLiteral("detalle Ing Brutos -->  2,5% Perc CABA") + B(10) + QStringLiteral("      10,00"),
+            B(91) + QStringLiteral("-->    3% Perc BA") + B(12) + QStringLiteral("      20,00"),
+            B(79) + QStringLiteral("detalle IVA -->   21% IVA 21%") + B(23) + QStringLiteral("     210,00"),
+            B(91) + QStringLiteral("-->    5% IVA 5") + B(25) + QStringLiteral("      05,00"),
+            J({"10/03/2026", B(3) + "B", B(5) + "0003-00000001", kDesconocido, "desconocido!" + B(38),
+               B(5) + "12,34", B(4) + "100,00", B(5) + "00,00", B(5) + "27,00", B(4) + "139,34"}),
+            J({B(10), B(4), B(18), B(11), B(42) + "Totales:", B(5) + "62,34", B(3) + "1300,00",
+               B(5) + "30,00", B(4) + "263,00", B(3) + "1655,34"}),
+            QStringLiteral("NETO GRAVADO 10,5% 200,00"),
+            QStringLiteral("IVA 10,5% 21,00"),
+            QStringLiteral("NETO GRAVADO 21% 1000,00"),
+            QStringLiteral("IVA 21% 210,00"),
+            QStringLiteral("NETO GRAVADO OTROS 100,00"),
+            QStringLiteral("IVA OTROS 05,00"),
+            QStringLiteral("INGRESOS BRUTOS 30,00"),
+            QStringLiteral("NO GRAVADOS/EXENTOS 62,34"),
+            QStringLiteral("TOTAL 1655,34"),
+        };
+        QCOMPARE(libro::CortarLineas(libro::ComponerLibro(S())), libro::CortarLineas(Texto(esperado)));
+        QCOMPARE(esperado[4].size(), libro::kAnchoLinea);
+    }
+    void periodoVacio()
+    {
+        // An invoice of another period: this one has none.
+        libro->Factura(kEmpresa, kFerreteria, "01/02/2026", "20/02/2026", "A", "0001-00000099", 500, 7, 105, 3);
+        const QStringList esperado = {
+            kTitulos,
+            kRegla,
+            kSubtitulo,
+            kSubregla,
+            J({B(10), B(4), B(18), B(11), B(42) + "Totales:", B(5) + "00,00", B(5) + "00,00",
+               B(5) + "00,00", B(5) + "00,00", B(5) + "00,00"}),
+            // The two aggregates without grouping always bring a row; their null sums show 00,00.
+            QStringLiteral("NETO GRAVADO OTROS 00,00"),
+            QStringLiteral("IVA OTROS 00,00"),
+            QStringLiteral("INGRESOS BRUTOS 00,00"),
+            QStringLiteral("NO GRAVADOS/EXENTOS 00,00"),
+            QStringLiteral("TOTAL 00,00"),
+        };
+        ImpresoraGrabadora imp;
+        QVERIFY(ImprimirLibro(S(), imp, 9, 30));
+        QCOMPARE(imp.hojas.size(), 1);
+        QCOMPARE(imp.documentos, 1);
+        const QString encabezado = QStringLiteral("COMPAÑÍA ÑANDÚ S.R.L. - CUIT: 20111111112") + B(56) +
+                                   QStringLiteral(" Desde: 01/03/2026 hasta 31/03/2026");
+        QStringList hoja = QStringList{QString(), encabezado, QString()} + esperado;
+        hoja << QString() << B(136) + QStringLiteral("Pagina 1 de 1");
+        QCOMPARE(imp.Textos(0), hoja);
+        QVERIFY(libro->Mensajes().mostrados.isEmpty());
 
-    // The PDF: the same three pages, legal size turned to landscape (14 x 8.5 inches), a
-    // fixed-pitch font.
-    const QString ruta = libro->Carpeta() + QStringLiteral("libro.pdf");
-    auto pdf = ImpresoraQt::Pdf(ruta);
-    QVERIFY(ImprimirLibro(S(), *pdf, 9, 25));
-    QVERIFY(libro->Mensajes().mostrados.isEmpty());
-    const QByteArray bytes = Leer(ruta);
-    QVERIFY(bytes.startsWith("%PDF"));
-    QCOMPARE(PaginasPdf(bytes), 3);
-    const auto caja = QRegularExpression(QStringLiteral("/MediaBox \\[0 0 ([0-9.]+) ([0-9.]+)\\]"))
-                          .match(QString::fromLatin1(bytes));
-    QCOMPARE(caja.captured(1).toDouble(), 1008.0);
-    QCOMPARE(caja.captured(2).toDouble(), 612.0);
-    QVERIFY(QFontDatabase::isFixedPitch(pdf->FontName()));
-    QVERIFY2(bytes.contains(QString(pdf->FontName()).remove(u' ').toLatin1()), qPrintable(pdf->FontName()));
+        // A rate whose only line holds no amount sums to null: 00,00 too, as in the spreadsheet.
+        libro->Factura(kEmpresa, kFerreteria, "01/03/2026", "02/03/2026", "A", "0001-00000100", 0, 0, 0, 0);
+        libro->Ejecutar(QStringLiteral("insert into IVC_DetIVA values ('%1','%2','0001-00000100',1,27,'IVA 27',NULL)")
+                            .arg(kEmpresa, kFerreteria));
+        const QStringList lineas = libro::CortarLineas(libro::ComponerLibro(S()));
+        QVERIFY(lineas.contains(QStringLiteral("NETO GRAVADO 27% 00,00")));
+        QVERIFY(lineas.contains(QStringLiteral("IVA 27% 00,00")));
+    }
+    void paginas_data()
+    {
+        QTest::addColumn<int>("lineas");
+        QTest::addColumn<int>("porHoja");
+        QTest::addColumn<QList<int>>("cuerpos");
+        QTest::addColumn<int>("hojas");
+        QTest::newRow("100 at 30") << 100 << 30 << QList<int>{27, 27, 27, 19} << 4;
+        QTest::newRow("below 5: one a page") << 2 << 3 << QList<int>{1, 1} << 2;
+        // The count says two pages, the body fills one: the second page's header and footer
+        // follow on the same sheet, no new page before them.
+        QTest::newRow("a page beyond the body") << 27 << 30 << QList<int>{27, 0} << 1;
+    }
+    void paginas()
+    {
+        QFETCH(int, lineas);
+        QFETCH(int, porHoja);
+        QFETCH(QList<int>, cuerpos);
+        QFETCH(int, hojas);
+        ImpresoraGrabadora imp;
+        libro::ImprimirPaginas(imp, Numeradas(lineas), QStringLiteral("ENC"), 9, qint16(porHoja));
 
-    // A folder that does not exist: no file, and the error trap's critical message.
-    const QString perdida = libro->Carpeta() + QStringLiteral("no/existe/libro.pdf");
-    QVERIFY(!ImprimirLibro(S(), *ImpresoraQt::Pdf(perdida), 9, 30));
-    QVERIFY(!QFile::exists(perdida));
-    QCOMPARE(libro->Mensajes().UltimoEstilo(), int(vb::vbCritical));
-    QVERIFY(libro->Mensajes().Ultimo().startsWith(QStringLiteral("No se puede crear el archivo")));
-}
+        QCOMPARE(imp.FontName(), QStringLiteral("Courier New"));
+        QCOMPARE(imp.documentos, 1);
+        QCOMPARE(imp.hojas.size(), hojas);
+        QStringList textos;
+        int siguiente = 1;
+        for (int h = 0; h < cuerpos.size(); ++h) {
+            textos << QString() << QStringLiteral("ENC") << QString();
+            for (int i = 0; i < cuerpos[h]; ++i)
+                textos << QStringLiteral("linea %1").arg(siguiente++);
+            const QString pie = QStringLiteral("Pagina %1 de %2").arg(h + 1).arg(cuerpos.size());
+            textos << B(149 - int(pie.size())) + pie;
+            if (hojas == cuerpos.size()) // a sheet a page: each sheet ends with its page's footer
+                QCOMPARE(imp.Textos(h).size(), 3 + cuerpos[h] + 1);
+        }
+        QCOMPARE(imp.Textos(), textos);
+    }
+    void salidasDelComandoImprimir()
+    {
+        for (int i = 1; i <= 12; ++i) {
+            const QString numero = QStringLiteral("0001-%1").arg(i, 8, 10, QLatin1Char('0'));
+            libro->Factura(kEmpresa, kFerreteria, "01/03/2026", "05/03/2026", "A", numero, 100, 0, 21, 3);
+            libro->LineaIB(kEmpresa, kFerreteria, numero, 1, 3, "Percepción", 3);
+            libro->LineaIVA(kEmpresa, kFerreteria, numero, 1, 21, "IVA 21", 21);
+        }
+        // 4 + 36 + 8 closing lines + the empty one after the last CR LF = 49 lines; 22 a page.
+        ImpresoraGrabadora grabadora;
+        QVERIFY(ImprimirLibro(S(), grabadora, 9, 25));
+        QCOMPARE(grabadora.hojas.size(), 3);
 
-void TstLibroImpreso::sinImpresorasVaAPdfEnDocumentos()
-{
-    if (!QPrinterInfo::availablePrinters().isEmpty())
-        QSKIP("this machine has printers: F12 would print on paper");
-    QTemporaryDir casa;
-    const QByteArray home = qgetenv("HOME"), config = qgetenv("XDG_CONFIG_HOME");
-    qputenv("HOME", casa.path().toLocal8Bit());
-    qputenv("XDG_CONFIG_HOME", (casa.path() + QStringLiteral("/.config")).toLocal8Bit());
-    const QString ruta = RutaLibroPdf(S());
-    const bool ok = ImprimirLibro(S(), 9, 30);
-    qputenv("HOME", home);
-    qputenv("XDG_CONFIG_HOME", config);
+        // The text file: the recorded pages in Latin-1, a form feed between them.
+        const QString txt = libro->Carpeta() + QStringLiteral("libro.txt");
+        ImpresoraTexto texto(txt);
+        QVERIFY(ImprimirLibro(S(), texto, 9, 25));
+        QString esperado;
+        for (int h = 0; h < grabadora.hojas.size(); ++h)
+            esperado += (h > 0 ? QStringLiteral("\f") : QString()) + Texto(grabadora.Textos(h));
+        QCOMPARE(Leer(txt), esperado.toLatin1());
 
-    QVERIFY(ok);
-    QCOMPARE(ruta, casa.path() + QStringLiteral("/Documents/Libro IVA Compras 20111111112 2026-03.pdf"));
-    QVERIFY(Leer(ruta).startsWith("%PDF"));
-    QCOMPARE(libro->Mensajes().UltimoEstilo(), int(vb::vbInformation));
-    QVERIFY(libro->Mensajes().Ultimo().endsWith(ruta));
-}
+        // The PDF: the same three pages, legal size turned to landscape (14 x 8.5 inches), a
+        // fixed-pitch font.
+        const QString ruta = libro->Carpeta() + QStringLiteral("libro.pdf");
+        auto pdf = ImpresoraQt::Pdf(ruta);
+        QVERIFY(ImprimirLibro(S(), *pdf, 9, 25));
+        QVERIFY(libro->Mensajes().mostrados.isEmpty());
+        const QByteArray bytes = Leer(ruta);
+        QVERIFY(bytes.startsWith("%PDF"));
+        QCOMPARE(PaginasPdf(bytes), 3);
+        const auto caja = QRegularExpression(QStringLiteral("/MediaBox \\[0 0 ([0-9.]+) ([0-9.]+)\\]"))
+                              .match(QString::fromLatin1(bytes));
+        QCOMPARE(caja.captured(1).toDouble(), 1008.0);
+        QCOMPARE(caja.captured(2).toDouble(), 612.0);
+        QVERIFY(QFontDatabase::isFixedPitch(pdf->FontName()));
+        QVERIFY2(bytes.contains(QString(pdf->FontName()).remove(u' ').toLatin1()), qPrintable(pdf->FontName()));
+
+        // A folder that does not exist: no file, and the error trap's critical message.
+        const QString perdida = libro->Carpeta() + QStringLiteral("no/existe/libro.pdf");
+        QVERIFY(!ImprimirLibro(S(), *ImpresoraQt::Pdf(perdida), 9, 30));
+        QVERIFY(!QFile::exists(perdida));
+        QCOMPARE(libro->Mensajes().UltimoEstilo(), int(vb::vbCritical));
+        QVERIFY(libro->Mensajes().Ultimo().startsWith(QStringLiteral("No se puede crear el archivo")));
+    }
+    void sinImpresorasVaAPdfEnDocumentos()
+    {
+        if (!QPrinterInfo::availablePrinters().isEmpty())
+            QSKIP("this machine has printers: F12 would print on paper");
+        QTemporaryDir casa;
+        const QByteArray home = qgetenv("HOME"), config = qgetenv("XDG_CONFIG_HOME");
+        qputenv("HOME", casa.path().toLocal8Bit());
+        qputenv("XDG_CONFIG_HOME", (casa.path() + QStringLiteral("/.config")).toLocal8Bit());
+        const QString ruta = RutaLibroPdf(S());
+        const bool ok = ImprimirLibro(S(), 9, 30);
+        qputenv("HOME", home);
+        qputenv("XDG_CONFIG_HOME", config);
+
+        QVERIFY(ok);
+        QCOMPARE(ruta, casa.path() + QStringLiteral("/Documents/Libro IVA Compras 20111111112 2026-03.pdf"));
+        QVERIFY(Leer(ruta).startsWith("%PDF"));
+        QCOMPARE(libro->Mensajes().UltimoEstilo(), int(vb::vbInformation));
+        QVERIFY(libro->Mensajes().Ultimo().endsWith(ruta));
+    }
+
+private:
+    std::unique_ptr<LibroDePrueba> libro;
+    Sesion &S() { return libro->S(); }
+};
+
+
 
 QTEST_MAIN(TstLibroImpreso)
 #include "tst_libroimpreso.moc"

@@ -54,126 +54,121 @@ class TstFrmConciliar : public QObject, Facturas
     Q_OBJECT
 private slots:
     void cleanup() { libro.reset(); }
-    void f8();
-    void cargaComoLaVentanaDeAgregar();
-};
-
-void TstFrmConciliar::f8()
-{
-    Libro();
-    const QString nov = QStringLiteral("01/11/2026");
-    libro->Factura(kEmpresa, kBeta, nov, "05/11/2026", "B", "0002-00000005", 100, 0, 21, 0);
-    libro->LineaIVA(kEmpresa, kBeta, "0002-00000005", 1, 27, "Iva del 27:", 21);
-    libro->Factura(kEmpresa, kBeta, nov, "09/11/2026", "A", "0003-00000001", 40, 0, 0, 0);
-    Recibido beta{"05/11/2026", "6 - Factura B", 2, 5, kBeta, "Beta", {{21, 100}}};
-    Recibido nota{"07/11/2026", "3 - Nota de Crédito A", 1, 30, kAcme, "Acme", {{21, 50}}};
-    AbrirGuion dialogo;
-    libro->S().dialogoAbrir = &dialogo;
-    dialogo.respuesta = libro->Carpeta() + "lista.xlsx";
-    QVERIFY(EscribirXlsx(dialogo.respuesta, kEmpresa, {Voucher77(), nota, beta}));
-
-    frmMAIN m(libro->S());
-    Mostrar(m);
-    QVERIFY(m.RecargarGrilla());
-    QVERIFY(m.lbTeclasNuevas->text().contains(QStringLiteral("Conciliar [F8]")));
-    m.Grd->setFocus();
-    bool visto = false;
-    AlAbrirse<frmCONCILIAR>([&](frmCONCILIAR &w) {
-        QCOMPARE(Grilla(w), QStringList({
-            "En el archivo y no en el libro: 2|||||||",
-            "x|10/11/2026|0003-00000077|Total||1511,00||Revisar: otros tributos 30,00 como Ingresos Brutos",
-            "|07/11/2026|0001-00000030|Total||60,50||no se puede cargar (tipo 3 - Nota de Crédito A)",
-            "En el libro y no en el archivo: 1|||||||",
-            "|09/11/2026|0003-00000001|Total|40,00|||",
-            "En ambos con diferencias: 1|||||||",
-            "|05/11/2026|0002-00000005|IVA 21%|00,00|21,00|21,00|",
-            "|||IVA 27%|21,00|00,00|-21,00|"}));
-        QCOMPARE(Foco(), w.grdConciliacion);
-        // Space clears and ticks the current voucher's box; the credit note has none.
-        Tecla(Qt::Key_Space);
-        QVERIFY(Grilla(w)[1].startsWith("o|"));
-        Teclas({Qt::Key_Space, Qt::Key_Down, Qt::Key_Space});
-        QVERIFY(Grilla(w)[1].startsWith("x|") && Grilla(w)[2].startsWith("|"));
-        Tecla(Qt::Key_F11);
-        QCOMPARE(Msg().Ultimo(), "Comprobantes cargados en el período 11/2026: 1.");
-        QCOMPARE(principal.recargas, 0); // the main window is m, not the counter
-        QCOMPARE(Grilla(w)[0], "En el archivo y no en el libro: 1|||||||");
-        // Enter on a book invoice opens it in the modify window.
-        while (w.grdConciliacion->currentItem()->text(frmCONCILIAR::cNumero) != "0003-00000001")
-            Tecla(Qt::Key_Down);
-        QString abierta;
-        AlAbrirse<frmMODConcepto>([&](frmMODConcepto &mod) {
-            abierta = mod.TxtNumero->text();
-            QTest::keyClick(&mod, Qt::Key_Escape);
-        });
-        Tecla(Qt::Key_Return);
-        QCOMPARE(abierta, "0003-00000001");
-        QVERIFY(QTest::qWaitForWindowActive(&w));
-        QCOMPARE(Foco(), w.grdConciliacion);
-        Tecla(Qt::Key_Escape);
-        QVERIFY(!w.isVisible());
-        visto = true;
-    });
-    Tecla(Qt::Key_F8);
-    QVERIFY(visto);
-    // F11 reloaded the main list: Acme's new invoice is on it.
-    QStringList numeros;
-    for (int f = 1; f < m.Grd->Rows(); ++f)
-        for (int c = 0; c < m.Grd->Cols(); ++c)
-            numeros << m.Grd->TextMatrix(f, c);
-    QVERIFY(numeros.contains("0003-00000077"));
-
-    // A file of another company opens nothing.
-    QVERIFY(EscribirXlsx(dialogo.respuesta, "20999999990", {beta}));
-    m.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&m));
-    m.Grd->setFocus();
-    Tecla(Qt::Key_F8);
-    QVERIFY(Msg().Ultimo().contains("CUIT 20999999990"));
-}
-
-void TstFrmConciliar::cargaComoLaVentanaDeAgregar()
-{
-    // Both books: Acme already has lines 3 (VAT) and 2 (gross income) on an October invoice.
-    auto preparar = [](LibroDePrueba &l) {
-        l.Factura(kEmpresa, kAcme, "01/10/2026", "05/10/2026", "A", kNumero, 100, 0, 21, 1);
-        l.LineaIVA(kEmpresa, kAcme, kNumero, 3, 21, "Iva del 21:", 21);
-        l.LineaIB(kEmpresa, kAcme, kNumero, 2, 1, "IIBB", 1);
-    };
-    Libro();
-    preparar(*libro);
+    void f8()
     {
-        auto w = Agregar();
-        Campo(w->TxtFecha, "10/11/2026");
-        Campo(w->TxtNumero, "0003-00000077");
-        Campo(w->TxtNoGrav, "50");
-        Gravado(*w, "200");
-        Gravado(*w, "1000");
-        LineaIVA(*w, "10,5", "21");
-        LineaIVA(*w, "21", "210");
-        w->cboGravadoIngBru->setFocus();
-        Tecla(Qt::Key_End);
-        // The description has an accented letter, typed as its key event (keyClicks takes ASCII only).
-        Campo(w->txtIVC_IngB, "");
-        Campo(w->txtIVC_IngBDesc, "Otros tributos (seg");
-        QTest::sendKeyEvent(QTest::Click, Foco(), Qt::Key_Uacute, QStringLiteral("ú"), Qt::NoModifier);
-        Teclear("n ARCA)");
-        Campo(w->txtIVC_IngBValor, "30");
-        Tecla(Qt::Key_Return);
-        Guardar(*w);
-        QCOMPARE(w->lbTotalFactura->text(), "1511,00");
+        Libro();
+        const QString nov = QStringLiteral("01/11/2026");
+        libro->Factura(kEmpresa, kBeta, nov, "05/11/2026", "B", "0002-00000005", 100, 0, 21, 0);
+        libro->LineaIVA(kEmpresa, kBeta, "0002-00000005", 1, 27, "Iva del 27:", 21);
+        libro->Factura(kEmpresa, kBeta, nov, "09/11/2026", "A", "0003-00000001", 40, 0, 0, 0);
+        Recibido beta{"05/11/2026", "6 - Factura B", 2, 5, kBeta, "Beta", {{21, 100}}};
+        Recibido nota{"07/11/2026", "3 - Nota de Crédito A", 1, 30, kAcme, "Acme", {{21, 50}}};
+        AbrirGuion dialogo;
+        libro->S().dialogoAbrir = &dialogo;
+        dialogo.respuesta = libro->Carpeta() + "lista.xlsx";
+        QVERIFY(EscribirXlsx(dialogo.respuesta, kEmpresa, {Voucher77(), nota, beta}));
+
+        frmMAIN m(libro->S());
+        Mostrar(m);
+        QVERIFY(m.RecargarGrilla());
+            m.Grd->setFocus();
+        bool visto = false;
+        AlAbrirse<frmCONCILIAR>([&](frmCONCILIAR &w) {
+            QCOMPARE(Grilla(w), QStringList({
+                "En el archivo y no en el libro: 2|||||||",
+                "x|10/11/2026|0003-00000077|Total||1511,00||Revisar: otros tributos 30,00 como Ingresos Brutos",
+                "|07/11/2026|0001-00000030|Total||60,50||no se puede cargar (tipo 3 - Nota de Crédito A)",
+                "En el libro y no en el archivo: 1|||||||",
+                "|09/11/2026|0003-00000001|Total|40,00|||",
+                "En ambos con diferencias: 1|||||||",
+                "|05/11/2026|0002-00000005|IVA 21%|00,00|21,00|21,00|",
+                "|||IVA 27%|21,00|00,00|-21,00|"}));
+            QCOMPARE(Foco(), w.grdConciliacion);
+            // Space clears and ticks the current voucher's box; the credit note has none.
+            Tecla(Qt::Key_Space);
+            QVERIFY(Grilla(w)[1].startsWith("o|"));
+            Teclas({Qt::Key_Space, Qt::Key_Down, Qt::Key_Space});
+            QVERIFY(Grilla(w)[1].startsWith("x|") && Grilla(w)[2].startsWith("|"));
+            Tecla(Qt::Key_F11);
+            QCOMPARE(Msg().Ultimo(), "Comprobantes cargados en el período 11/2026: 1.");
+            QCOMPARE(principal.recargas, 0); // the main window is m, not the counter
+            QCOMPARE(Grilla(w)[0], "En el archivo y no en el libro: 1|||||||");
+            // Enter on a book invoice opens it in the modify window.
+            while (w.grdConciliacion->currentItem()->text(frmCONCILIAR::cNumero) != "0003-00000001")
+                Tecla(Qt::Key_Down);
+            QString abierta;
+            AlAbrirse<frmMODConcepto>([&](frmMODConcepto &mod) {
+                abierta = mod.TxtNumero->text();
+                QTest::keyClick(&mod, Qt::Key_Escape);
+            });
+            Tecla(Qt::Key_Return);
+            QCOMPARE(abierta, "0003-00000001");
+            QVERIFY(QTest::qWaitForWindowActive(&w));
+            QCOMPARE(Foco(), w.grdConciliacion);
+            Tecla(Qt::Key_Escape);
+            QVERIFY(!w.isVisible());
+            visto = true;
+        });
+        Tecla(Qt::Key_F8);
+        QVERIFY(visto);
+        // F11 reloaded the main list: Acme's new invoice is on it.
+        QStringList numeros;
+        for (int f = 1; f < m.Grd->Rows(); ++f)
+            for (int c = 0; c < m.Grd->Cols(); ++c)
+                numeros << m.Grd->TextMatrix(f, c);
+        QVERIFY(numeros.contains("0003-00000077"));
+
+        // A file of another company opens nothing.
+        QVERIFY(EscribirXlsx(dialogo.respuesta, "20999999990", {beta}));
+        m.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&m));
+        m.Grd->setFocus();
+        Tecla(Qt::Key_F8);
+        QVERIFY(Msg().Ultimo().contains("CUIT 20999999990"));
     }
-    LibroDePrueba cargado;
-    cargado.Empresa(kEmpresa, "Empresa SA");
-    cargado.Periodo(kEmpresa, "01/11/2026");
-    cargado.Proveedor(kAcme, "Acme");
-    preparar(cargado);
-    QVERIFY(EscribirXlsx(cargado.Carpeta() + "lista.xlsx", kEmpresa, {Voucher77()}));
-    QCOMPARE(conciliacion::Cargar(cargado.S(), recibidos::Leer(cargado.Carpeta() + "lista.xlsx").comprobantes), 1);
-    for (const char *sql : {"select * from IVC order by IVCSNROFAC", "select * from IVC_Gravado order by GRAVAD_id",
-                            "select * from IVC_DetIVA order by IVCdetId", "select * from IVC_DetIngBrutos order by IVCdetId"})
-        QCOMPARE(cargado.Filas(sql), libro->Filas(sql));
-}
+    void cargaComoLaVentanaDeAgregar()
+    {
+        // Both books: Acme already has lines 3 (VAT) and 2 (gross income) on an October invoice.
+        auto preparar = [](LibroDePrueba &l) {
+            l.Factura(kEmpresa, kAcme, "01/10/2026", "05/10/2026", "A", kNumero, 100, 0, 21, 1);
+            l.LineaIVA(kEmpresa, kAcme, kNumero, 3, 21, "Iva del 21:", 21);
+            l.LineaIB(kEmpresa, kAcme, kNumero, 2, 1, "IIBB", 1);
+        };
+        Libro();
+        preparar(*libro);
+        {
+            auto w = Agregar();
+            Campo(w->TxtFecha, "10/11/2026");
+            Campo(w->TxtNumero, "0003-00000077");
+            Campo(w->TxtNoGrav, "50");
+            Gravado(*w, "200");
+            Gravado(*w, "1000");
+            LineaIVA(*w, "10,5", "21");
+            LineaIVA(*w, "21", "210");
+            w->cboGravadoIngBru->setFocus();
+            Tecla(Qt::Key_End);
+            // The description has an accented letter, typed as its key event (keyClicks takes ASCII only).
+            Campo(w->txtIVC_IngB, "");
+            Campo(w->txtIVC_IngBDesc, "Otros tributos (seg");
+            QTest::sendKeyEvent(QTest::Click, Foco(), Qt::Key_Uacute, QStringLiteral("ú"), Qt::NoModifier);
+            Teclear("n ARCA)");
+            Campo(w->txtIVC_IngBValor, "30");
+            Tecla(Qt::Key_Return);
+            Guardar(*w);
+            QCOMPARE(w->lbTotalFactura->text(), "1511,00");
+        }
+        LibroDePrueba cargado;
+        cargado.Empresa(kEmpresa, "Empresa SA");
+        cargado.Periodo(kEmpresa, "01/11/2026");
+        cargado.Proveedor(kAcme, "Acme");
+        preparar(cargado);
+        QVERIFY(EscribirXlsx(cargado.Carpeta() + "lista.xlsx", kEmpresa, {Voucher77()}));
+        QCOMPARE(conciliacion::Cargar(cargado.S(), recibidos::Leer(cargado.Carpeta() + "lista.xlsx").comprobantes), 1);
+        for (const char *sql : {"select * from IVC order by IVCSNROFAC", "select * from IVC_Gravado order by GRAVAD_id",
+                                "select * from IVC_DetIVA order by IVCdetId", "select * from IVC_DetIngBrutos order by IVCdetId"})
+            QCOMPARE(cargado.Filas(sql), libro->Filas(sql));
+    }
+};
 
 QTEST_MAIN(TstFrmConciliar)
 #include "tst_frmconciliar.moc"

@@ -1,6 +1,7 @@
 // The input controller on real widgets of a shown, active window, driven by key events.
 
 #include "ui/common/ClCntrl.h"
+#include "ui/invoice/Teclado.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -35,12 +36,6 @@ class TstClCntrl : public QObject
             (new ClCntrl(form.get()))->sLinkText(w);
         return w;
     }
-    void Mostrar()
-    {
-        form->show();
-        form->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(form.get()));
-    }
 
 private slots:
     void init()
@@ -71,7 +66,7 @@ private slots:
         QFETCH(int, tecla);
         QFETCH(int, destino);
         QLineEdit *cajas[] = {Agregar(new QLineEdit), Agregar(new QLineEdit, tag), Agregar(new QLineEdit)};
-        Mostrar();
+        Mostrar(*form);
         cajas[1]->setFocus();
         QTest::keyClicks(cajas[1], QStringLiteral("12"));
         QSignalSpy enter(cajas[1], &QLineEdit::returnPressed);
@@ -114,7 +109,7 @@ private slots:
         QPalette p = txt->palette();
         p.setColor(QPalette::Base, QColor(10, 20, 30));
         txt->setPalette(p);
-        Mostrar();
+        Mostrar(*form);
         otra->setFocus();
 
         // Focus given by the program (Tab would select the text on its own).
@@ -130,7 +125,7 @@ private slots:
     void tecladoDecimalEscribeComa()
     {
         QLineEdit *txt = Agregar(new QLineEdit);
-        Mostrar();
+        Mostrar(*form);
         txt->setFocus();
         QTest::keyClicks(txt, QStringLiteral("12"));
         QTest::keyClick(txt, Qt::Key_Period, Qt::KeypadModifier);
@@ -173,7 +168,7 @@ private slots:
         ctlCbo.sLinkCBoBox(cbo);
         connect(buscar, &QLineEdit::textEdited, &ctlLst, &ClCntrl::LstBuscarStr);
         connect(buscar, &QLineEdit::textEdited, &ctlCbo, &ClCntrl::BuscarCBO);
-        Mostrar();
+        Mostrar(*form);
         buscar->setFocus();
 
         QTest::keyClicks(buscar, tecleado);
@@ -192,7 +187,7 @@ private slots:
         lst->addItems({QStringLiteral("Acme"), largo});
         ClCntrl ctl;
         ctl.sLinkListBox(lst);
-        Mostrar();
+        Mostrar(*form);
         const auto sobre = [&](int y) {
             QTest::mouseMove(form->windowHandle(), lst->viewport()->mapTo(form.get(), QPoint(10, y)));
             return lst->toolTip();

@@ -22,15 +22,6 @@ inline const QString kAcme = QStringLiteral("30700000011");
 inline const QString kBeta = QStringLiteral("30700000022");
 inline const QString kNumero = QStringLiteral("0001-5"); // Acme's October invoice
 
-// Shows the window and waits until it is the active one.
-inline void Mostrar(QWidget &w)
-{
-    w.show();
-    w.activateWindow();
-    if (!QTest::qWaitForWindowActive(&w))
-        qWarning("window not active");
-}
-
 // Keys on the invoice windows, each ending where a person's would: on the field or button.
 inline void Guardar(VentanaConcepto &w)
 {

@@ -27,6 +27,15 @@ public:
 
 inline QWidget *Foco() { return QApplication::focusWidget(); }
 
+// Shows the window and waits until it is the active one.
+inline void Mostrar(QWidget &w)
+{
+    w.show();
+    w.activateWindow();
+    if (!QTest::qWaitForWindowActive(&w))
+        qWarning("window not active");
+}
+
 inline void Tecla(int tecla, Qt::KeyboardModifiers mod = Qt::NoModifier)
 {
     QTest::keyClick(Foco(), Qt::Key(tecla), mod);

@@ -78,7 +78,6 @@ private slots:
         if (!mensaje.isEmpty()) {
             QCOMPARE(Msg().Ultimo(), mensaje);
             QCOMPARE(Msg().UltimoEstilo(), int(vb::vbExclamation));
-            QCOMPARE(Msg().mostrados.last().titulo, QString());
         }
         QCOMPARE(Contar(QStringLiteral("IVC")), 0L);
         QVERIFY(!w->Guardado());

@@ -152,8 +152,7 @@ private slots:
         Msg().Responder(vb::vbNo);
         w->cmdCerrar->setFocus();
         Tecla(Qt::Key_Return);
-        QCOMPARE(Msg().Ultimo(), QStringLiteral("Desea salir sin guardar los datos"));
-        QCOMPARE(Msg().mostrados.last().titulo, QStringLiteral("Confirmación"));
+        QCOMPARE(Msg().mostrados.size(), 1); // the question, as on the add window
         QVERIFY(w->isVisible());
         Tecla(Qt::Key_Return);
         QVERIFY(!w->isVisible());

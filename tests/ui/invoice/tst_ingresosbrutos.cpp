@@ -191,7 +191,6 @@ private slots:
         if (pregunta) {
             QCOMPARE(Msg().Ultimo(), kPregunta);
             QCOMPARE(Msg().UltimoEstilo(), int(vb::vbYesNo + vb::vbQuestion));
-            QCOMPARE(Msg().mostrados.last().titulo, QString());
         }
         QCOMPARE(Cabecera(QStringLiteral("IVCFPERIOD,IVCINGBRU")), cabecera);
         QCOMPARE(Contar(QStringLiteral("IVC_DetIngBrutos")), long(lineas));
