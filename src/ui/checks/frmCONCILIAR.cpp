@@ -1,5 +1,6 @@
 #include "ui/checks/frmCONCILIAR.h"
 
+#include "app/core/Servicios.h"
 #include "app/core/Sesion.h"
 #include "data/Convenciones.h"
 #include "data/oDB.h"
@@ -239,8 +240,14 @@ void frmCONCILIAR::AbrirElegida()
     if (!i || !i->data(cCarga, kRolNumero).isValid())
         return;
     const int fila = grdConciliacion->indexOfTopLevelItem(grdConciliacion->currentItem());
-    if (AbrirFactura(s_, principal_, this, i->data(cCarga, kRolProveedor).toString(),
-                     i->data(cCarga, kRolNumero).toString())) {
+    bool abierta = false;
+    try {
+        abierta = AbrirFactura(s_, principal_, this, i->data(cCarga, kRolProveedor).toString(),
+                               i->data(cCarga, kRolNumero).toString());
+    } catch (const oDB::ErrorBD &e) {
+        MostrarError(*s_.mensajes, e.descripcion, e.numero, QStringLiteral(" - seccion [frmCONCILIAR.AbrirElegida]"));
+    }
+    if (abierta) {
         Conciliar();
         if (fila >= 0 && fila < grdConciliacion->topLevelItemCount())
             grdConciliacion->setCurrentItem(grdConciliacion->topLevelItem(fila));

@@ -171,7 +171,15 @@ void frmVERIFICAR::AbrirHallazgo()
                                 vb::vbInformation);
         return;
     }
-    if (!AbrirFactura(s_, principal_, this, h.cuit, h.numero)) {
+    bool abierta = false;
+    try {
+        abierta = AbrirFactura(s_, principal_, this, h.cuit, h.numero);
+    } catch (const oDB::ErrorBD &e) {
+        if (s_.mensajes)
+            MostrarError(*s_.mensajes, e.descripcion, e.numero, QStringLiteral(" - seccion [frmVERIFICAR.AbrirHallazgo]"));
+        return;
+    }
+    if (!abierta) {
         if (s_.mensajes)
             s_.mensajes->MsgBox(QStringLiteral("No se puede abrir la factura %1: su proveedor %2 no está en la lista "
                                                "de proveedores o la factura ya no está en el período.")
