@@ -104,6 +104,21 @@ QString Faltante::Observacion() const
     return QString();
 }
 
+QString Faltante::Revision() const
+{
+    return Revisar() ? QStringLiteral("Revisar: otros tributos %1 como Ingresos Brutos").arg(Monto(c.otrosTributos))
+                     : QString();
+}
+
+QString Faltante::Observaciones() const
+{
+    QStringList partes;
+    for (const QString &p : {Observacion(), Revision()})
+        if (!p.isEmpty())
+            partes << p;
+    return partes.join(QStringLiteral(" - "));
+}
+
 QString CuitEnLibro(Sesion &s, const QString &digitos)
 {
     return LeerProveedores(*s.dbLibro).cuit.value(digitos, digitos);
@@ -237,14 +252,10 @@ QString Informe(const Resultado &r, bool csv)
             nombre.replace(u';', u',');
             lineas << QStringList{grupo, fecha(d), tipo, numero, cuit, nombre, concepto, libro, archivo, dif, obs}.join(u';');
         };
-        for (const Faltante &f : r.faltantes) {
-            QString obs = f.Observacion();
-            if (f.Revisar())
-                obs += (obs.isEmpty() ? QString() : QStringLiteral(", ")) + QStringLiteral("revisar otros tributos");
+        for (const Faltante &f : r.faltantes)
             fila(QStringLiteral("falta en el libro"), f.c.fecha, f.c.tipoLibro.isEmpty() ? QString::number(f.c.codigo) : f.c.tipoLibro,
                  f.c.NumeroLibro(), f.c.cuitEmisor, f.c.denominacion, QStringLiteral("Total"), QString(), Monto(f.c.total),
-                 QString(), obs);
-        }
+                 QString(), f.Observaciones());
         for (const FacturaLibro &b : r.soloEnLibro)
             fila(QStringLiteral("falta en el archivo"), b.fecha, b.tipo, b.numero, b.proveedor, b.nombre,
                  QStringLiteral("Total"), Monto(b.Total()), QString(), QString(), QString());
@@ -259,10 +270,8 @@ QString Informe(const Resultado &r, bool csv)
         QString l = QStringLiteral("  %1  %2  %3  %4  %5  total %6")
                         .arg(fecha(f.c.fecha), f.c.tipoLibro.isEmpty() ? QString::number(f.c.codigo) : f.c.tipoLibro,
                              f.c.NumeroLibro(), f.c.cuitEmisor, f.c.denominacion, Monto(f.c.total));
-        if (!f.Observacion().isEmpty())
-            l += QStringLiteral("  ") + f.Observacion();
-        if (f.Revisar())
-            l += QStringLiteral("  revisar: otros tributos %1").arg(Monto(f.c.otrosTributos));
+        if (!f.Observaciones().isEmpty())
+            l += QStringLiteral("  ") + f.Observaciones();
         lineas << l;
     }
     lineas << QStringLiteral("En el libro y no en el archivo: %1").arg(r.soloEnLibro.size());

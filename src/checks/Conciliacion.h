@@ -34,6 +34,11 @@ struct Faltante {
     bool Cargable() const { return Observacion().isEmpty(); }
     // Its "Otros Tributos" go into a gross-income line, to be reviewed.
     bool Revisar() const { return c.otrosTributos != 0; }
+    // The remark of Revisar() ("Revisar: otros tributos 30,00 como Ingresos Brutos"); empty
+    // when there is nothing to review.
+    QString Revision() const;
+    // Observacion() and Revision(), those not empty, joined by " - ": what the list shows.
+    QString Observaciones() const;
 };
 
 // An invoice of the book as the reconciliation reads it.

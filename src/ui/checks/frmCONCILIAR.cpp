@@ -148,9 +148,7 @@ void frmCONCILIAR::Llenar()
                        f.c.NumeroLibro(), f.c.cuitEmisor, f.c.denominacion);
         i->setText(cConcepto, QStringLiteral("Total"));
         i->setText(cArchivo, Monto(f.c.total));
-        QString obs = f.Observacion();
-        if (f.Revisar())
-            obs = QStringLiteral("Revisar: otros tributos %1 como Ingresos Brutos").arg(Monto(f.c.otrosTributos));
+        const QString obs = f.Observaciones();
         i->setText(cObservacion, obs);
         i->setToolTip(cObservacion, obs);
         if (f.Cargable()) {
