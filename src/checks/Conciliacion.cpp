@@ -317,12 +317,14 @@ Lineas LineasDe(const Comprobante &c)
             if (a.iva != 0)
                 l.iva << a;
     } else if (c.iva != 0) {
-        // The older form gives the VAT whole: its rate is the usual one that yields it, or the
-        // rate it shows over the taxed amount.
+        // The older form gives the VAT whole: its rate is the first usual one that yields it
+        // (21% before 10,5% and the rest), or the rate it shows over the taxed amount.
         double tasa = c.netoGravado != 0 ? conv::Redondear(c.iva * 100 / c.netoGravado, 2) : 0;
         for (double t : {21.0, 10.5, 27.0, 5.0, 2.5})
-            if (Iguales(conv::Redondear(c.netoGravado * t / 100, 2), c.iva))
+            if (Iguales(conv::Redondear(c.netoGravado * t / 100, 2), c.iva)) {
                 tasa = t;
+                break;
+            }
         l.iva << recibidos::Alicuota{tasa, c.netoGravado, c.iva};
     }
     l.noGravado = c.noGravado + c.exento;
