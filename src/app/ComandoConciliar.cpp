@@ -30,6 +30,7 @@ int ComandoConciliar(const QStringList &args)
         return 2;
     try {
         const recibidos::Lista lista = recibidos::Leer(archivo);
+        Escribir(stderr, recibidos::DescripcionArchivo(archivo, lista) + u'\n');
         conciliacion::Resultado r = conciliacion::Conciliar(s, lista);
         if (TieneOpcion(args, QStringLiteral("--cargar"))) {
             QVector<recibidos::Comprobante> elegidos;

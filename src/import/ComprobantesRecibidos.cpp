@@ -498,7 +498,7 @@ std::optional<QDate> Fecha(const QVariant &v)
     return d;
 }
 
-Lista Interpretar(const Tabla &tabla)
+Lista Interpretar(const Tabla &tabla, const QString &tipoArchivo)
 {
     // The headings row: the first whose first cell is "Fecha" (current form) or "Fecha de
     // Emisión" (older form), within the first rows.
@@ -533,7 +533,7 @@ Lista Interpretar(const Tabla &tabla)
     enum { cFecha, cTipo, cPunto, cDesde, cCuit, cNombre, cCambio, cMoneda, cGrav, cNoGrav, cExento, cOtros, cIva, cTotal };
 
     Lista lista;
-    lista.forma = actual ? QStringLiteral("XLSX") : QStringLiteral("CSV");
+    lista.forma = tipoArchivo + (actual ? QStringLiteral(", forma actual") : QStringLiteral(", forma anterior"));
     static const QRegularExpression cuit(QStringLiteral("CUIT\\s*([0-9-]{11,13})\\s*$"),
                                          QRegularExpression::CaseInsensitiveOption);
     for (int f = 0; f < filaTitulos; ++f)
@@ -667,12 +667,12 @@ Lista LeerArchivo(const QString &ruta)
     const QByteArray inicio = f.peek(4);
     if (inicio.startsWith("PK\x03\x04")) {
         f.close();
-        return Interpretar(LeerXlsx(ruta));
+        return Interpretar(LeerXlsx(ruta), QStringLiteral("XLSX"));
     }
     const QByteArray bytes = f.readAll();
     if (bytes.contains('\0'))
         Fallar(QStringLiteral("no es un libro XLSX ni un texto separado por \";\"."));
-    return Interpretar(LeerCsv(bytes));
+    return Interpretar(LeerCsv(bytes), QStringLiteral("CSV"));
 }
 
 } // namespace
@@ -688,6 +688,12 @@ Lista Leer(const QString &ruta)
                                           "leer: %2")
                                .arg(QFileInfo(ruta).fileName(), e.mensaje)};
     }
+}
+
+QString DescripcionArchivo(const QString &ruta, const Lista &lista)
+{
+    return QStringLiteral("Archivo: %1 (%2, %3 comprobantes)")
+        .arg(QFileInfo(ruta).fileName(), lista.forma, QString::number(lista.comprobantes.size()));
 }
 
 } // namespace recibidos

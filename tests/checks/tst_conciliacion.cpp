@@ -108,7 +108,7 @@ void TstConciliacion::lectura()
     }
 
     const recibidos::Lista l = recibidos::Leer(ruta);
-    QCOMPARE(l.forma, forma == u"csv" ? "CSV" : "XLSX");
+    QCOMPARE(l.forma, forma == u"csv" ? "CSV, forma anterior" : "XLSX, forma actual");
     QCOMPARE(l.cuitReceptor, forma == u"csv" ? QString() : kEmpresa);
     QCOMPARE(l.comprobantes.size(), filas.size());
     if (forma == u"grande")

@@ -9,7 +9,6 @@
 #include "ui/common/Principal.h"
 #include "ui/common/Teclas.h"
 
-#include <QFileInfo>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -59,10 +58,8 @@ frmCONCILIAR::frmCONCILIAR(Sesion &s, Principal *principal, const QString &archi
     setObjectName(QStringLiteral("frmCONCILIAR"));
     setWindowTitle(QStringLiteral("IVA Compras - Conciliar con Mis Comprobantes Recibidos"));
     setModal(true);
-    lbArchivo = new QLabel(QStringLiteral("Archivo: %1 (%2, %3 comprobantes) - Periodo %4")
-                               .arg(QFileInfo(archivo).fileName(), lista.forma)
-                               .arg(lista.comprobantes.size())
-                               .arg(conv::Format(QVariant(s.PeriodoDesde), QStringLiteral("mm/yyyy"))),
+    lbArchivo = new QLabel(recibidos::DescripcionArchivo(archivo, lista) + QStringLiteral(" - Periodo ") +
+                               conv::Format(QVariant(s.PeriodoDesde), QStringLiteral("mm/yyyy")),
                            this);
     lbArchivo->setObjectName(QStringLiteral("lbArchivo"));
     lbResumen = new QLabel(this);
