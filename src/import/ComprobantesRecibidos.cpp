@@ -11,6 +11,7 @@
 #include <zip.h>
 #include <algorithm>
 #include <cmath>
+#include <exception>
 #include <thread>
 #include <vector>
 #include <optional>
@@ -331,28 +332,27 @@ Tabla LeerXlsx(const QString &ruta)
         Tramos(Exigir(zip, hoja), int(std::clamp(std::thread::hardware_concurrency(), 1u, 4u)));
     // A list of thousands of rows is read by every processor at once, a run each.
     QVector<QVector<Celda>> leidas(tramos.size());
-    QVector<std::optional<ErrorLectura>> errores(tramos.size());
+    // Whatever a run throws (ErrorLectura, std::bad_alloc...) is kept and thrown again here,
+    // once every run has ended: the first run's error first.
+    std::vector<std::exception_ptr> errores(tramos.size());
     {
+        const auto leer = [&](qsizetype k) {
+            try {
+                leidas[k] = LeerCeldas(tramos[k], compartidos, fechas, hoja);
+            } catch (...) {
+                errores[k] = std::current_exception();
+            }
+        };
         std::vector<std::thread> hilos;
         for (qsizetype k = 1; k < tramos.size(); ++k)
-            hilos.emplace_back([&, k] {
-                try {
-                    leidas[k] = LeerCeldas(tramos[k], compartidos, fechas, hoja);
-                } catch (const ErrorLectura &e) {
-                    errores[k] = e;
-                }
-            });
-        try {
-            leidas[0] = LeerCeldas(tramos[0], compartidos, fechas, hoja);
-        } catch (const ErrorLectura &e) {
-            errores[0] = e;
-        }
+            hilos.emplace_back(leer, k);
+        leer(0);
         for (std::thread &h : hilos)
             h.join();
     }
-    for (const auto &e : errores)
+    for (const std::exception_ptr &e : errores)
         if (e)
-            throw *e;
+            std::rethrow_exception(e);
     Tabla tabla;
     for (const QVector<Celda> &celdas : leidas)
         for (const Celda &c : celdas) {
