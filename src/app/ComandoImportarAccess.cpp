@@ -35,15 +35,17 @@ int ComandoImportarAccess(const QStringList &args)
     Linea(QStringLiteral("Archivos leídos: %1").arg(r.versiones.join(QStringLiteral(", "))));
     Linea(QStringLiteral("Filas en los libros nuevos:"));
     for (const importar::TablaImportada &t : r.tablas)
-        Linea(QStringLiteral("  %1 %2 %3").arg(t.archivo, -16).arg(t.tabla, -17).arg(t.filas, 8));
+        Linea(QStringLiteral("  %1 %2 %3")
+                  .arg(t.archivo.leftJustified(16), t.tabla.leftJustified(17), QString::number(t.filas).rightJustified(8)));
     QStringList horas;
     for (const importar::TablaImportada &t : r.tablas) {
         if (t.filasConHora == 0)
             continue;
         QStringList columnas;
         for (const auto &h : t.horas)
-            columnas << QStringLiteral("%1 %2").arg(h.first).arg(h.second);
-        horas << QStringLiteral("  %1: %2 filas (%3)").arg(t.tabla).arg(t.filasConHora).arg(columnas.join(QStringLiteral(", ")));
+            columnas << QStringLiteral("%1 %2").arg(h.first, QString::number(h.second));
+        horas << QStringLiteral("  %1: %2 filas (%3)")
+                     .arg(t.tabla, QString::number(t.filasConHora), columnas.join(QStringLiteral(", ")));
     }
     if (!horas.isEmpty()) {
         Linea(QStringLiteral("Fechas que tenían hora; se guardan sin ella, como las comparaba el programa anterior:"));

@@ -66,8 +66,7 @@ int ComandoImprimir(const QStringList &args)
     }
     if (!(*fuente >= 1 && *fuente <= kFuenteMaxima)) {
         Error(QStringLiteral("El campo FUENTE debe estar entre 1 y %1 puntos: '%2'.")
-                  .arg(kFuenteMaxima)
-                  .arg(textoFuente));
+                  .arg(QString::number(kFuenteMaxima), textoFuente));
         return 2;
     }
 

@@ -90,10 +90,9 @@ int ComandoVerificar(const QStringList &args)
     for (const Hallazgo &h : r.hallazgos)
         filas << Columnas(h);
     const QString resumen = QStringLiteral("%1 errores, %2 avisos en %3 facturas de %4, período %5.\n")
-                                .arg(r.errores)
-                                .arg(r.avisos)
-                                .arg(r.facturas)
-                                .arg(s.NombreUsuario, conv::Format(s.PeriodoDesde, QStringLiteral("mm/yyyy")));
+                                .arg(QString::number(r.errores), QString::number(r.avisos),
+                                     QString::number(r.facturas), s.NombreUsuario,
+                                     conv::Format(s.PeriodoDesde, QStringLiteral("mm/yyyy")));
     if (formato == QLatin1String("csv")) {
         QString out;
         for (const QStringList &f : filas) {

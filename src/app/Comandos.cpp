@@ -69,7 +69,7 @@ bool PrepararSesion(Sesion &s, const QStringList &args)
         s.DomicilioUsuario = s.oFormato->EsNull(rs(QStringLiteral("USRSDOMICI")));
         s.EmailUsuario = s.oFormato->EsNull(rs(QStringLiteral("USRSEMAIL")));
         s.MesPeriodo = qint16(m.captured(1).toInt());
-        s.Periodo = QStringLiteral("01/%1/%2").arg(s.MesPeriodo).arg(m.captured(2));
+        s.Periodo = QStringLiteral("01/%1/%2").arg(QString::number(s.MesPeriodo), m.captured(2));
         CalcularLimitesPeriodo(s);
     } catch (const oDB::ErrorBD &e) {
         Error(e.descripcion);

@@ -107,7 +107,7 @@ QTreeWidgetItem *frmCONCILIAR::Grupo(const QString &titulo, int cantidad)
 {
     auto *g = new QTreeWidgetItem(grdConciliacion);
     // The heading spans the row from the first column.
-    g->setText(cCarga, QStringLiteral("%1: %2").arg(titulo).arg(cantidad));
+    g->setText(cCarga, QStringLiteral("%1: %2").arg(titulo, QString::number(cantidad)));
     g->setFirstColumnSpanned(true);
     QFont f = g->font(cCarga);
     f.setBold(true);
@@ -122,10 +122,8 @@ void frmCONCILIAR::Llenar()
     grdConciliacion->clear();
     lbResumen->setText(QStringLiteral("En el archivo y no en el libro: %1 - En el libro y no en el archivo: %2 - "
                                       "Con diferencias: %3 - Iguales: %4")
-                           .arg(r_.faltantes.size())
-                           .arg(r_.soloEnLibro.size())
-                           .arg(r_.distintas.size())
-                           .arg(r_.iguales));
+                           .arg(QString::number(r_.faltantes.size()), QString::number(r_.soloEnLibro.size()),
+                                QString::number(r_.distintas.size()), QString::number(r_.iguales)));
     auto fila = [&](const QDate &fecha, const QString &tipo, const QString &numero, const QString &cuit,
                     const QString &nombre) {
         auto *i = new QTreeWidgetItem(grdConciliacion);
