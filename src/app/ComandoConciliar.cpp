@@ -19,7 +19,7 @@ int ComandoConciliar(const QStringList &args)
     const QString archivo = Opcion(args, QStringLiteral("--archivo"));
     const QString formato = Opcion(args, QStringLiteral("--formato"), QStringLiteral("texto"));
     if (archivo.isEmpty() || (formato != u"texto" && formato != u"csv")) {
-        std::fprintf(stderr, "uso: ivacompras conciliar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo FILE "
+        std::fprintf(stderr, "uso: ivacompras conciliar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo RUTA "
                              "[--cargar] [--formato texto|csv]\n");
         return 2;
     }

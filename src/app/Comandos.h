@@ -34,6 +34,6 @@ int ComandoImprimir(const QStringList &args);
 int ComandoVerificar(const QStringList &args);
 // ivacompras importar-access ORIGEN DESTINO
 int ComandoImportarAccess(const QStringList &args);
-// ivacompras conciliar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo FILE [--cargar]
+// ivacompras conciliar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo RUTA [--cargar]
 //                      [--formato texto|csv]
 int ComandoConciliar(const QStringList &args);

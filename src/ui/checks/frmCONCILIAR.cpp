@@ -17,7 +17,7 @@
 
 namespace {
 
-const QString kTeclas = QStringLiteral("Marcar [Espacio] - Cargar marcados [F11] - Abrir factura [Enter] - Cerrar [Esc]");
+const QString kTeclas = QStringLiteral("Marcar [Espacio] - Cargar marcados [F11] - Abrir factura [Enter] - Salir [Esc]");
 constexpr int kRolProveedor = Qt::UserRole;     // book invoice: supplier CUIT
 constexpr int kRolNumero = Qt::UserRole + 1;    // book invoice: number
 constexpr int kRolFaltante = Qt::UserRole + 2;  // missing voucher: its index
