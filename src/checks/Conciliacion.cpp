@@ -364,11 +364,12 @@ int Cargar(Sesion &s, const QVector<Comprobante> &elegidos)
             if (proveedor.isEmpty()) {
                 proveedor = c.cuitEmisor;
                 QString nombre = c.denominacion.trimmed().isEmpty() ? c.cuitEmisor : c.denominacion.trimmed();
+                // A quoted value cannot hold an apostrophe. The supplier window refuses such a
+                // name with the book's syntax error and the person types it otherwise; a name of
+                // the list cannot be typed otherwise, and refusing it would leave out every
+                // chosen voucher (all or none): its apostrophes go in as the acute accent.
                 nombre.replace(u'\'', QStringLiteral("´"));
-                db.Ejecutar(QStringLiteral("INSERT INTO PRV(PRVSNRCUIT,PRVSNOMBRE,PRVSDOMICI,PRVSTELFON,PRVSEMAIL,"
-                                           "PRVSCONTAC,PRVFALTA) values (") +
-                            Q(proveedor) + u',' + Q(nombre) + QStringLiteral(",'','','','',datevalue(") +
-                            Q(conv::Texto(conv::Hoy())) + QStringLiteral("))"));
+                db.Ejecutar(sentencias::AltaProveedor({.cuit = proveedor, .nombre = nombre, .alta = conv::Hoy()}));
                 prv.cuit.insert(c.cuitEmisor, proveedor);
                 prv.nombre.insert(proveedor, nombre);
             }

@@ -89,6 +89,14 @@ QString TotalCabecera(const QString &columna, double suma, const QString &empres
            QStringLiteral(" and IVCSNROFAC = ") + Q(numero);
 }
 
+QString AltaProveedor(const AltaDeProveedor &p)
+{
+    return QStringLiteral("INSERT INTO PRV(PRVSNRCUIT,PRVSNOMBRE,PRVSDOMICI,PRVSTELFON,PRVSEMAIL,PRVSCONTAC,PRVFALTA) "
+                          "values (") +
+           Q(p.cuit) + u',' + Q(p.nombre) + u',' + Q(p.domicilio) + u',' + Q(p.telefono) + u',' + Q(p.email) + u',' +
+           Q(p.contacto) + u',' + QStringLiteral("datevalue('") + conv::FechaCorta(p.alta) + QStringLiteral("'))");
+}
+
 QString BuscarDuplicado(const QString &empresa, const QString &proveedor, const QString &numero)
 {
     return QStringLiteral("select IVCFALTA as alta, IVCFCOMPRO as fechafac, IVCFPERIOD as periodo "

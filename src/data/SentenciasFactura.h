@@ -5,6 +5,7 @@
 // as those windows would (the loading of the tax authority's list), so both write the same rows.
 // Every value goes between quotes through oDB::Q.
 
+#include <QDate>
 #include <QString>
 
 namespace sentencias {
@@ -48,6 +49,19 @@ QString AltaLineaIngBrutos(const QString &empresa, const QString &proveedor, con
 // Rewrites a header total (IVARIN, IVCINGBRU) with the sum of the lines formatted "00.00".
 QString TotalCabecera(const QString &columna, double suma, const QString &empresa, const QString &proveedor,
                       const QString &numero);
+
+// A supplier as the supplier window adds it: the texts as given, blanks included.
+struct AltaDeProveedor {
+    QString cuit;
+    QString nombre;
+    QString domicilio;
+    QString telefono;
+    QString email;
+    QString contacto;
+    QDate alta;
+};
+// "INSERT INTO PRV(...) values (...)": the entry date through datevalue('dd/mm/yyyy').
+QString AltaProveedor(const AltaDeProveedor &p);
 
 // The duplicate check over all periods: the entry date, invoice date and period of the number.
 QString BuscarDuplicado(const QString &empresa, const QString &proveedor, const QString &numero);

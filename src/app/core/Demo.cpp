@@ -4,6 +4,7 @@
 #include "app/core/Azar.h"
 #include "app/core/Sesion.h"
 #include "data/Convenciones.h"
+#include "data/SentenciasFactura.h"
 #include "data/Esquema.h"
 #include "data/oDB.h"
 
@@ -361,10 +362,7 @@ ResumenDemo CrearDemo(const QString &dir)
             cuitPrv << cuit;
             const QDate alta = QDate(2025, 3, 1).addDays(azar.Entre(0, 400));
             // As the supplier window inserts it.
-            libro.Ejecutar(QStringLiteral("INSERT INTO PRV(PRVSNRCUIT,PRVSNOMBRE,PRVSDOMICI,PRVSTELFON,PRVSEMAIL,PRVSCONTAC,PRVFALTA) values (") +
-                           Q(cuit) + u',' + Q(p.nombre) + u',' + Q(p.domicilio) + u',' + Q(p.telefono) + u',' +
-                           Q(p.email) + u',' + Q(p.contacto) + u',' + QStringLiteral("datevalue('") +
-                           conv::FechaCorta(alta) + QStringLiteral("'))"));
+            libro.Ejecutar(sentencias::AltaProveedor({cuit, p.nombre, p.domicilio, p.telefono, p.email, p.contacto, alta}));
         }
         r.proveedores = int(cuitPrv.size());
 
@@ -461,8 +459,7 @@ ResumenDemo CrearDemo(const QString &dir)
                 QString cuit;
                 while ((cuit = Cuit(prefijo, cuerpo)).isEmpty())
                     ++cuerpo;
-                libro.Ejecutar(QStringLiteral("INSERT INTO PRV(PRVSNRCUIT,PRVSNOMBRE,PRVSDOMICI,PRVSTELFON,PRVSEMAIL,PRVSCONTAC,PRVFALTA) values (") +
-                               Q(cuit) + u',' + Q(nombre) + QStringLiteral(",'','','','',datevalue('01/10/2026'))"));
+                libro.Ejecutar(sentencias::AltaProveedor({.cuit = cuit, .nombre = nombre, .alta = QDate(2026, 10, 1)}));
                 return cuit;
             };
             const auto factura = [&](const QString &prv, const QString &tipo, const QString &numero, int dia,
