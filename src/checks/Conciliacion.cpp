@@ -336,14 +336,6 @@ Lineas LineasDe(const Comprobante &c)
     return l;
 }
 
-double IdMaximo(oDB::clManejo &db, const QString &sql, const QString &campo)
-{
-    oDB::Recordset rs;
-    db.CrearRs(rs, sql);
-    const QString maximo = rs.Abierto() && !rs.Eof() ? conv::Texto(rs(campo)) : QString();
-    return conv::Val(maximo);
-}
-
 } // namespace
 
 int Cargar(Sesion &s, const QVector<Comprobante> &elegidos)
@@ -387,8 +379,7 @@ int Cargar(Sesion &s, const QVector<Comprobante> &elegidos)
             const Lineas l = LineasDe(c);
             // The taxed amounts first: the add window takes them before the header exists.
             for (double g : l.gravados) {
-                const int id = int(IdMaximo(db, sentencias::IdMaximoGravado(empresa, proveedor, numero),
-                                            QStringLiteral("MaxId")) + 1);
+                const int id = int(sentencias::LeerIdMaximo(db, sentencias::IdMaximoGravado(empresa, proveedor, numero)) + 1);
                 db.Ejecutar(sentencias::AltaGravado(empresa, proveedor, numero, id, Monto(g)));
             }
             oDB::Recordset rs;
@@ -403,8 +394,7 @@ int Cargar(Sesion &s, const QVector<Comprobante> &elegidos)
                 const double tasa = conv::CDbl(Monto(a.tasa));
                 const double valor = conv::CDbl(Monto(a.iva));
                 const long id = std::lround(
-                    IdMaximo(db, sentencias::IdMaximoLinea(QStringLiteral("IVC_DetIVA"), empresa, proveedor),
-                             QStringLiteral("idmax")) + 1);
+                    sentencias::LeerIdMaximo(db, sentencias::IdMaximoLinea(QStringLiteral("IVC_DetIVA"), empresa, proveedor)) + 1);
                 db.Ejecutar(sentencias::AltaLineaIVA(empresa, proveedor, QString::number(id), numero,
                                                      conv::NumeroATexto(tasa),
                                                      QStringLiteral("Iva del ") + conv::NumeroATexto(a.tasa) + u':',
@@ -418,9 +408,8 @@ int Cargar(Sesion &s, const QVector<Comprobante> &elegidos)
                 const double valor = conv::CDbl(Monto(c.otrosTributos));
                 const double base = conv::CDbl(gravado);
                 const double porcentaje = base != 0 ? conv::CDbl(Monto(valor * 100 / base)) : 0;
-                const double id = IdMaximo(db, sentencias::IdMaximoLinea(QStringLiteral("IVC_detIngBrutos"), empresa,
-                                                                          proveedor),
-                                           QStringLiteral("idmax")) + 1;
+                const double id = sentencias::LeerIdMaximo(db, sentencias::IdMaximoLinea(QStringLiteral("IVC_detIngBrutos"),
+                                                                                      empresa, proveedor)) + 1;
                 db.Ejecutar(sentencias::AltaLineaIngBrutos(empresa, proveedor, conv::NumeroATexto(id), numero,
                                                            conv::NumeroATexto(porcentaje),
                                                            QStringLiteral("Otros tributos (según ARCA)"),

@@ -64,6 +64,14 @@ QString IdMaximoLinea(const QString &tabla, const QString &empresa, const QStrin
     return QStringLiteral("select max(IVCdetId) as idmax from ") + tabla + DeEmpresaYProveedor(empresa, proveedor);
 }
 
+double LeerIdMaximo(oDB::clManejo &db, const QString &sql)
+{
+    oDB::Recordset rs;
+    db.CrearRs(rs, sql);
+    const QString maximo = rs.Abierto() && !rs.Eof() ? conv::Texto(rs.Fields(0)) : QString();
+    return conv::Val(maximo);
+}
+
 QString AltaLineaIVA(const QString &empresa, const QString &proveedor, const QString &id, const QString &numero,
                      const QString &tasa, const QString &descripcion, const QString &valor)
 {

@@ -8,6 +8,10 @@
 #include <QDate>
 #include <QString>
 
+namespace oDB {
+class clManejo;
+}
+
 namespace sentencias {
 
 // The values of an invoice header as the add window writes them: dates "dd-mm-yyyy", amounts
@@ -39,6 +43,10 @@ QString AltaGravado(const QString &empresa, const QString &proveedor, const QStr
 
 // The greatest line id of a company and supplier in a line table (over all their invoices).
 QString IdMaximoLinea(const QString &tabla, const QString &empresa, const QString &proveedor);
+// Runs IdMaximoGravado or IdMaximoLinea and reads its maximum as the invoice windows read it:
+// 0 when there is no row or no value yet.
+double LeerIdMaximo(oDB::clManejo &db, const QString &sql);
+
 // A VAT line and a gross-income line: every value quoted, numbers as plain number text.
 QString AltaLineaIVA(const QString &empresa, const QString &proveedor, const QString &id, const QString &numero,
                      const QString &tasa, const QString &descripcion, const QString &valor);
