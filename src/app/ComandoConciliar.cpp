@@ -10,10 +10,6 @@
 
 #include <cstdio>
 
-namespace {
-void Escribir(FILE *f, const QString &texto) { std::fputs(texto.toLocal8Bit().constData(), f); }
-} // namespace
-
 int ComandoConciliar(const QStringList &args)
 {
     const QString archivo = Opcion(args, QStringLiteral("--archivo"));

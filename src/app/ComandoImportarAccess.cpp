@@ -10,11 +10,7 @@
 #include <cstdio>
 
 namespace {
-void Linea(const QString &texto)
-{
-    std::fprintf(stdout, "%s\n", texto.toLocal8Bit().constData());
-    std::fflush(stdout);
-}
+void Linea(const QString &texto) { Escribir(stdout, texto + u'\n'); }
 } // namespace
 
 int ComandoImportarAccess(const QStringList &args)
@@ -28,8 +24,8 @@ int ComandoImportarAccess(const QStringList &args)
         Linea(QStringLiteral("Importando los libros de Access de %1").arg(args[0]));
         r = importar::ImportarAccess(args[0], args[1], Linea, true);
     } catch (const oDB::ErrorBD &e) {
-        std::fprintf(stderr, "%s\n", e.descripcion.toLocal8Bit().constData());
-        std::fprintf(stderr, "No se importó nada: '%s' quedó como estaba.\n", args[1].toLocal8Bit().constData());
+        Escribir(stderr, e.descripcion + u'\n');
+        Escribir(stderr, QStringLiteral("No se importó nada: '%1' quedó como estaba.\n").arg(args[1]));
         return 1;
     }
     Linea(QStringLiteral("Archivos leídos: %1").arg(r.versiones.join(QStringLiteral(", "))));
@@ -57,7 +53,7 @@ int ComandoImportarAccess(const QStringList &args)
     // The demo's summary, under a first line of its own.
     QString resumen = r.resumen.Texto();
     resumen = resumen.mid(resumen.indexOf(u'\n') + 1);
-    std::fputs(QStringLiteral("Libros importados en %1\n").arg(r.resumen.carpeta).toLocal8Bit().constData(), stdout);
-    std::fputs(resumen.toLocal8Bit().constData(), stdout);
+    Escribir(stdout, QStringLiteral("Libros importados en %1\n").arg(r.resumen.carpeta));
+    Escribir(stdout, resumen);
     return 0;
 }

@@ -13,7 +13,7 @@
 
 namespace {
 
-void Error(const QString &texto) { std::fprintf(stderr, "%s\n", texto.toLocal8Bit().constData()); }
+void Error(const QString &texto) { Escribir(stderr, texto + u'\n'); }
 
 // The largest font size the command takes: beyond it one ledger line is meters wide.
 constexpr int kFuenteMaxima = 72;

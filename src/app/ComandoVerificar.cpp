@@ -31,8 +31,6 @@ const QStringList kCabecera = {QStringLiteral("Severidad"), QStringLiteral("Regl
                                QStringLiteral("Tipo"),      QStringLiteral("Número"),    QStringLiteral("CUIT"),
                                QStringLiteral("Proveedor"), QStringLiteral("Hallazgo"), QStringLiteral("Qué hacer")};
 
-void Imprimir(FILE *f, const QString &texto) { std::fputs(texto.toLocal8Bit().constData(), f); }
-
 // Every column padded to its widest cell; the last one is left as it is.
 QString Tabla(const QList<QStringList> &filas)
 {
@@ -82,7 +80,7 @@ int ComandoVerificar(const QStringList &args)
     try {
         r = verificacion::VerificarPeriodo(*s.dbLibro, s.CuitUsuario, s.PeriodoDesde);
     } catch (const oDB::ErrorBD &e) {
-        Imprimir(stderr, e.descripcion + u'\n');
+        Escribir(stderr, e.descripcion + u'\n');
         return 2;
     }
 
@@ -101,10 +99,10 @@ int ComandoVerificar(const QStringList &args)
                 campos << Csv(c);
             out += campos.join(u';') + QStringLiteral("\r\n");
         }
-        Imprimir(stdout, out);
-        Imprimir(stderr, resumen);
+        Escribir(stdout, out);
+        Escribir(stderr, resumen);
     } else {
-        Imprimir(stdout, (r.hallazgos.isEmpty() ? QString() : Tabla(filas) + u'\n') + resumen);
+        Escribir(stdout, (r.hallazgos.isEmpty() ? QString() : Tabla(filas) + u'\n') + resumen);
     }
     return r.errores > 0 ? 1 : 0;
 }
