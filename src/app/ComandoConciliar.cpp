@@ -34,9 +34,7 @@ int ComandoConciliar(const QStringList &args)
                 if (f.Cargable())
                     elegidos << f.c;
             const int n = conciliacion::Cargar(s, elegidos);
-            Escribir(stderr, QStringLiteral("Comprobantes cargados en el período %2: %1.\n")
-                                 .arg(n)
-                                 .arg(conv::Format(QVariant(s.PeriodoDesde), QStringLiteral("mm/yyyy"))));
+            Escribir(stderr, conciliacion::TextoCargados(s, n) + u'\n');
             r = conciliacion::Conciliar(s, lista);
         }
         Escribir(stdout, conciliacion::Informe(r, formato == u"csv"));
@@ -46,9 +44,9 @@ int ComandoConciliar(const QStringList &args)
     } catch (const conciliacion::ErrorEmpresa &e) {
         Escribir(stderr, e.mensaje + u'\n');
     } catch (const oDB::ErrorBD &e) {
-        Escribir(stderr, QStringLiteral("No se pudo conciliar: %1\n").arg(e.descripcion));
+        Escribir(stderr, conciliacion::TextoNoSePudo(e.descripcion) + u'\n');
     } catch (const conv::ErrorConversion &e) {
-        Escribir(stderr, QStringLiteral("No se pudo conciliar: %1\n").arg(e.descripcion));
+        Escribir(stderr, conciliacion::TextoNoSePudo(e.descripcion) + u'\n');
     }
     return 2;
 }

@@ -5,6 +5,7 @@
 #include "app/Comandos.h"
 
 #include "app/core/Sesion.h"
+#include "checks/Csv.h"
 #include "checks/Verificacion.h"
 #include "data/Convenciones.h"
 
@@ -52,15 +53,6 @@ QString Tabla(const QList<QStringList> &filas)
     return out;
 }
 
-// A CSV field: between double quotes when it holds the separator, a quote or a line end.
-QString Csv(QString s)
-{
-    if (!s.contains(u';') && !s.contains(u'"') && !s.contains(u'\n') && !s.contains(u'\r'))
-        return s;
-    s.replace(u'"', QStringLiteral("\"\""));
-    return u'"' + s + u'"';
-}
-
 } // namespace
 
 int ComandoVerificar(const QStringList &args)
@@ -93,12 +85,8 @@ int ComandoVerificar(const QStringList &args)
                                      conv::Format(s.PeriodoDesde, QStringLiteral("mm/yyyy")));
     if (formato == QLatin1String("csv")) {
         QString out;
-        for (const QStringList &f : filas) {
-            QStringList campos;
-            for (const QString &c : f)
-                campos << Csv(c);
-            out += campos.join(u';') + QStringLiteral("\r\n");
-        }
+        for (const QStringList &f : filas)
+            out += csv::Fila(f);
         Escribir(stdout, out);
         Escribir(stderr, resumen);
     } else {

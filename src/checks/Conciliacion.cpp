@@ -1,6 +1,7 @@
 #include "checks/Conciliacion.h"
 
 #include "app/core/Sesion.h"
+#include "checks/Csv.h"
 #include "data/Convenciones.h"
 #include "data/SentenciasFactura.h"
 #include "data/oDB.h"
@@ -118,6 +119,14 @@ QString Faltante::Observaciones() const
             partes << p;
     return partes.join(QStringLiteral(" - "));
 }
+
+QString TextoCargados(const Sesion &s, int cargados)
+{
+    return QStringLiteral("Comprobantes cargados en el período %2: %1.")
+        .arg(QString::number(cargados), conv::Format(QVariant(s.PeriodoDesde), QStringLiteral("mm/yyyy")));
+}
+
+QString TextoNoSePudo(const QString &motivo) { return QStringLiteral("No se pudo conciliar: ") + motivo; }
 
 QString CuitEnLibro(Sesion &s, const QString &digitos)
 {
@@ -240,17 +249,19 @@ Resultado Conciliar(Sesion &s, const recibidos::Lista &lista)
     return r;
 }
 
-QString Informe(const Resultado &r, bool csv)
+QString Informe(const Resultado &r, bool enCsv)
 {
     auto fecha = [](const QDate &d) { return conv::FechaCorta(d); };
     QStringList lineas;
-    if (csv) {
-        lineas << QStringLiteral("grupo;fecha;tipo;numero;cuit;denominacion;concepto;libro;archivo;diferencia;observacion");
+    if (enCsv) {
+        QString out = csv::Fila({QStringLiteral("grupo"), QStringLiteral("fecha"), QStringLiteral("tipo"),
+                                 QStringLiteral("numero"), QStringLiteral("cuit"), QStringLiteral("denominacion"),
+                                 QStringLiteral("concepto"), QStringLiteral("libro"), QStringLiteral("archivo"),
+                                 QStringLiteral("diferencia"), QStringLiteral("observacion")});
         auto fila = [&](const QString &grupo, const QDate &d, const QString &tipo, const QString &numero,
-                        const QString &cuit, QString nombre, const QString &concepto, const QString &libro,
+                        const QString &cuit, const QString &nombre, const QString &concepto, const QString &libro,
                         const QString &archivo, const QString &dif, const QString &obs) {
-            nombre.replace(u';', u',');
-            lineas << QStringList{grupo, fecha(d), tipo, numero, cuit, nombre, concepto, libro, archivo, dif, obs}.join(u';');
+            out += csv::Fila({grupo, fecha(d), tipo, numero, cuit, nombre, concepto, libro, archivo, dif, obs});
         };
         for (const Faltante &f : r.faltantes)
             fila(QStringLiteral("falta en el libro"), f.c.fecha, f.c.tipoLibro.isEmpty() ? QString::number(f.c.codigo) : f.c.tipoLibro,
@@ -263,7 +274,7 @@ QString Informe(const Resultado &r, bool csv)
             for (const Diferencia &x : d.diferencias)
                 fila(QStringLiteral("diferente"), d.libro.fecha, d.libro.tipo, d.libro.numero, d.libro.proveedor,
                      d.libro.nombre, x.concepto, Monto(x.libro), Monto(x.archivo), Monto(x.Importe()), QString());
-        return lineas.join(u'\n') + u'\n';
+        return out;
     }
     lineas << QStringLiteral("En el archivo y no en el libro: %1").arg(r.faltantes.size());
     for (const Faltante &f : r.faltantes) {

@@ -47,7 +47,7 @@ void frmCONCILIAR::Abrir(Sesion &s, Principal *principal, QWidget *padre)
     } catch (const conciliacion::ErrorEmpresa &e) {
         Avisar(s, e.mensaje);
     } catch (const oDB::ErrorBD &e) {
-        Avisar(s, QStringLiteral("No se pudo conciliar: ") + e.descripcion);
+        Avisar(s, conciliacion::TextoNoSePudo(e.descripcion));
     }
 }
 
@@ -187,7 +187,7 @@ void frmCONCILIAR::Conciliar()
     try {
         r_ = conciliacion::Conciliar(s_, lista_);
     } catch (const oDB::ErrorBD &e) {
-        Avisar(s_, QStringLiteral("No se pudo conciliar: ") + e.descripcion);
+        Avisar(s_, conciliacion::TextoNoSePudo(e.descripcion));
     }
     Llenar();
 }
@@ -214,10 +214,7 @@ void frmCONCILIAR::CargarMarcados()
     }
     try {
         const int n = conciliacion::Cargar(s_, elegidos);
-        s_.mensajes->MsgBox(QStringLiteral("Comprobantes cargados en el período %2: %1.")
-                                .arg(n)
-                                .arg(conv::Format(QVariant(s_.PeriodoDesde), QStringLiteral("mm/yyyy"))),
-                            vb::vbInformation);
+        s_.mensajes->MsgBox(conciliacion::TextoCargados(s_, n), vb::vbInformation);
     } catch (const oDB::ErrorBD &e) {
         Avisar(s_, QStringLiteral("No se cargó ningún comprobante: ") + e.descripcion);
         return;
