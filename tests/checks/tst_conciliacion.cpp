@@ -4,6 +4,7 @@
 
 #include "checks/ListaRecibida.h"
 #include "checks/Conciliacion.h"
+#include "checks/Csv.h"
 #include "common/Libro.h"
 
 #include <QProcess>
@@ -50,6 +51,7 @@ private slots:
     void carga();
     void cargaTodoONada();
     void comandoYExportacion();
+    void filaCsv();
 
 private:
     QString Ruta(const QString &nombre) const { return libro->Carpeta() + nombre; }
@@ -206,6 +208,10 @@ void TstConciliacion::carga()
     const Resultado r = Conciliar(Ruta("lista.xlsx"));
     QCOMPARE(r.iguales, 3);
     QCOMPARE(r.faltantes.size(), 2);
+    // The older form's VAT whole: 21% and 27% of 0,04 both give 0,01, and the usual one is taken.
+    QVERIFY(EscribirCsv(Ruta("vieja.csv"), {Fila("11/11/2026", "1 - Factura A", 5, 55, kGamma, {{21, 0.04}})}));
+    QCOMPARE(conciliacion::Cargar(libro->S(), recibidos::Leer(Ruta("vieja.csv")).comprobantes), 1);
+    QCOMPARE(libro->Filas("select IVCDETIVA from IVC_DetIVA where IVCSNROFAC = '0005-00000055'"), QStringList({"21"}));
 }
 
 void TstConciliacion::cargaTodoONada()
@@ -274,6 +280,11 @@ void TstConciliacion::comandoYExportacion()
     // One rate record per voucher: its whole taxed amount and VAT, with the code of its first rate.
     QCOMPARE(alicuotas, QStringList({"0000100000000000000000010 000000000100000 0005 000000000021000",
                                      "0000400000000000000000100 000000000120000 0004 000000000023100"}));
+}
+
+void TstConciliacion::filaCsv()
+{
+    QCOMPARE(csv::Fila({"a", "b;c", "d\"e", "f\ng", ""}), "a;\"b;c\";\"d\"\"e\";\"f\ng\";\r\n");
 }
 
 QTEST_MAIN(TstConciliacion)
