@@ -767,10 +767,8 @@ void VentanaConcepto::Gravados_Add()
         AntesDeAgregarGravado();
         TxtGrav->setText(FormatMonto(monto));
 
-        const auto id = qint16(sentencias::LeerIdMaximo(
-                                    db(), sentencias::IdMaximoGravado(s_.CuitUsuario, cboIdProv->currentText(),
-                                                                      TxtNumero->text())) +
-                                1);
+        const QString maximo = sentencias::IdMaximoGravado(s_.CuitUsuario, cboIdProv->currentText(), TxtNumero->text());
+        const auto id = qint16(sentencias::LeerIdMaximo(db(), maximo) + 1);
 
         const long n = db().Ejecutar(
             sentencias::AltaGravado(s_.CuitUsuario, cboIdProv->currentText(), TxtNumero->text(), id, TxtGrav->text()));
