@@ -10,16 +10,12 @@
 
 #include <cstdio>
 
-namespace {
-void Escribir(FILE *f, const QString &texto) { std::fputs(texto.toLocal8Bit().constData(), f); }
-} // namespace
-
 int ComandoConciliar(const QStringList &args)
 {
     const QString archivo = Opcion(args, QStringLiteral("--archivo"));
     const QString formato = Opcion(args, QStringLiteral("--formato"), QStringLiteral("texto"));
     if (archivo.isEmpty() || (formato != u"texto" && formato != u"csv")) {
-        std::fprintf(stderr, "uso: ivacompras conciliar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo FILE "
+        std::fprintf(stderr, "uso: ivacompras conciliar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo RUTA "
                              "[--cargar] [--formato texto|csv]\n");
         return 2;
     }
@@ -30,6 +26,7 @@ int ComandoConciliar(const QStringList &args)
         return 2;
     try {
         const recibidos::Lista lista = recibidos::Leer(archivo);
+        Escribir(stderr, recibidos::DescripcionArchivo(archivo, lista) + u'\n');
         conciliacion::Resultado r = conciliacion::Conciliar(s, lista);
         if (TieneOpcion(args, QStringLiteral("--cargar"))) {
             QVector<recibidos::Comprobante> elegidos;
@@ -37,9 +34,7 @@ int ComandoConciliar(const QStringList &args)
                 if (f.Cargable())
                     elegidos << f.c;
             const int n = conciliacion::Cargar(s, elegidos);
-            Escribir(stderr, QStringLiteral("Comprobantes cargados en el período %2: %1.\n")
-                                 .arg(n)
-                                 .arg(conv::Format(QVariant(s.PeriodoDesde), QStringLiteral("mm/yyyy"))));
+            Escribir(stderr, conciliacion::TextoCargados(s, n) + u'\n');
             r = conciliacion::Conciliar(s, lista);
         }
         Escribir(stdout, conciliacion::Informe(r, formato == u"csv"));
@@ -49,9 +44,9 @@ int ComandoConciliar(const QStringList &args)
     } catch (const conciliacion::ErrorEmpresa &e) {
         Escribir(stderr, e.mensaje + u'\n');
     } catch (const oDB::ErrorBD &e) {
-        Escribir(stderr, QStringLiteral("No se pudo conciliar: %1\n").arg(e.descripcion));
+        Escribir(stderr, conciliacion::TextoNoSePudo(e.descripcion) + u'\n');
     } catch (const conv::ErrorConversion &e) {
-        Escribir(stderr, QStringLiteral("No se pudo conciliar: %1\n").arg(e.descripcion));
+        Escribir(stderr, conciliacion::TextoNoSePudo(e.descripcion) + u'\n');
     }
     return 2;
 }

@@ -10,11 +10,7 @@
 #include <cstdio>
 
 namespace {
-void Linea(const QString &texto)
-{
-    std::fprintf(stdout, "%s\n", texto.toLocal8Bit().constData());
-    std::fflush(stdout);
-}
+void Linea(const QString &texto) { Escribir(stdout, texto + u'\n'); }
 } // namespace
 
 int ComandoImportarAccess(const QStringList &args)
@@ -28,22 +24,24 @@ int ComandoImportarAccess(const QStringList &args)
         Linea(QStringLiteral("Importando los libros de Access de %1").arg(args[0]));
         r = importar::ImportarAccess(args[0], args[1], Linea, true);
     } catch (const oDB::ErrorBD &e) {
-        std::fprintf(stderr, "%s\n", e.descripcion.toLocal8Bit().constData());
-        std::fprintf(stderr, "No se importó nada: '%s' quedó como estaba.\n", args[1].toLocal8Bit().constData());
+        Escribir(stderr, e.descripcion + u'\n');
+        Escribir(stderr, QStringLiteral("No se importó nada: '%1' quedó como estaba.\n").arg(args[1]));
         return 1;
     }
     Linea(QStringLiteral("Archivos leídos: %1").arg(r.versiones.join(QStringLiteral(", "))));
     Linea(QStringLiteral("Filas en los libros nuevos:"));
     for (const importar::TablaImportada &t : r.tablas)
-        Linea(QStringLiteral("  %1 %2 %3").arg(t.archivo, -16).arg(t.tabla, -17).arg(t.filas, 8));
+        Linea(QStringLiteral("  %1 %2 %3")
+                  .arg(t.archivo.leftJustified(16), t.tabla.leftJustified(17), QString::number(t.filas).rightJustified(8)));
     QStringList horas;
     for (const importar::TablaImportada &t : r.tablas) {
         if (t.filasConHora == 0)
             continue;
         QStringList columnas;
         for (const auto &h : t.horas)
-            columnas << QStringLiteral("%1 %2").arg(h.first).arg(h.second);
-        horas << QStringLiteral("  %1: %2 filas (%3)").arg(t.tabla).arg(t.filasConHora).arg(columnas.join(QStringLiteral(", ")));
+            columnas << QStringLiteral("%1 %2").arg(h.first, QString::number(h.second));
+        horas << QStringLiteral("  %1: %2 filas (%3)")
+                     .arg(t.tabla, QString::number(t.filasConHora), columnas.join(QStringLiteral(", ")));
     }
     if (!horas.isEmpty()) {
         Linea(QStringLiteral("Fechas que tenían hora; se guardan sin ella, como las comparaba el programa anterior:"));
@@ -55,7 +53,7 @@ int ComandoImportarAccess(const QStringList &args)
     // The demo's summary, under a first line of its own.
     QString resumen = r.resumen.Texto();
     resumen = resumen.mid(resumen.indexOf(u'\n') + 1);
-    std::fputs(QStringLiteral("Libros importados en %1\n").arg(r.resumen.carpeta).toLocal8Bit().constData(), stdout);
-    std::fputs(resumen.toLocal8Bit().constData(), stdout);
+    Escribir(stdout, QStringLiteral("Libros importados en %1\n").arg(r.resumen.carpeta));
+    Escribir(stdout, resumen);
     return 0;
 }

@@ -13,7 +13,7 @@
 
 namespace {
 
-void Error(const QString &texto) { std::fprintf(stderr, "%s\n", texto.toLocal8Bit().constData()); }
+void Error(const QString &texto) { Escribir(stderr, texto + u'\n'); }
 
 // The largest font size the command takes: beyond it one ledger line is meters wide.
 constexpr int kFuenteMaxima = 72;
@@ -66,8 +66,7 @@ int ComandoImprimir(const QStringList &args)
     }
     if (!(*fuente >= 1 && *fuente <= kFuenteMaxima)) {
         Error(QStringLiteral("El campo FUENTE debe estar entre 1 y %1 puntos: '%2'.")
-                  .arg(kFuenteMaxima)
-                  .arg(textoFuente));
+                  .arg(QString::number(kFuenteMaxima), textoFuente));
         return 2;
     }
 

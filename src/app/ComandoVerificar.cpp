@@ -5,6 +5,7 @@
 #include "app/Comandos.h"
 
 #include "app/core/Sesion.h"
+#include "checks/Csv.h"
 #include "checks/Verificacion.h"
 #include "data/Convenciones.h"
 
@@ -31,8 +32,6 @@ const QStringList kCabecera = {QStringLiteral("Severidad"), QStringLiteral("Regl
                                QStringLiteral("Tipo"),      QStringLiteral("Número"),    QStringLiteral("CUIT"),
                                QStringLiteral("Proveedor"), QStringLiteral("Hallazgo"), QStringLiteral("Qué hacer")};
 
-void Imprimir(FILE *f, const QString &texto) { std::fputs(texto.toLocal8Bit().constData(), f); }
-
 // Every column padded to its widest cell; the last one is left as it is.
 QString Tabla(const QList<QStringList> &filas)
 {
@@ -54,15 +53,6 @@ QString Tabla(const QList<QStringList> &filas)
     return out;
 }
 
-// A CSV field: between double quotes when it holds the separator, a quote or a line end.
-QString Csv(QString s)
-{
-    if (!s.contains(u';') && !s.contains(u'"') && !s.contains(u'\n') && !s.contains(u'\r'))
-        return s;
-    s.replace(u'"', QStringLiteral("\"\""));
-    return u'"' + s + u'"';
-}
-
 } // namespace
 
 int ComandoVerificar(const QStringList &args)
@@ -82,7 +72,7 @@ int ComandoVerificar(const QStringList &args)
     try {
         r = verificacion::VerificarPeriodo(*s.dbLibro, s.CuitUsuario, s.PeriodoDesde);
     } catch (const oDB::ErrorBD &e) {
-        Imprimir(stderr, e.descripcion + u'\n');
+        Escribir(stderr, e.descripcion + u'\n');
         return 2;
     }
 
@@ -90,22 +80,17 @@ int ComandoVerificar(const QStringList &args)
     for (const Hallazgo &h : r.hallazgos)
         filas << Columnas(h);
     const QString resumen = QStringLiteral("%1 errores, %2 avisos en %3 facturas de %4, período %5.\n")
-                                .arg(r.errores)
-                                .arg(r.avisos)
-                                .arg(r.facturas)
-                                .arg(s.NombreUsuario, conv::Format(s.PeriodoDesde, QStringLiteral("mm/yyyy")));
+                                .arg(QString::number(r.errores), QString::number(r.avisos),
+                                     QString::number(r.facturas), s.NombreUsuario,
+                                     conv::Format(s.PeriodoDesde, QStringLiteral("mm/yyyy")));
     if (formato == QLatin1String("csv")) {
         QString out;
-        for (const QStringList &f : filas) {
-            QStringList campos;
-            for (const QString &c : f)
-                campos << Csv(c);
-            out += campos.join(u';') + QStringLiteral("\r\n");
-        }
-        Imprimir(stdout, out);
-        Imprimir(stderr, resumen);
+        for (const QStringList &f : filas)
+            out += csv::Fila(f);
+        Escribir(stdout, out);
+        Escribir(stderr, resumen);
     } else {
-        Imprimir(stdout, (r.hallazgos.isEmpty() ? QString() : Tabla(filas) + u'\n') + resumen);
+        Escribir(stdout, (r.hallazgos.isEmpty() ? QString() : Tabla(filas) + u'\n') + resumen);
     }
     return r.errores > 0 ? 1 : 0;
 }

@@ -12,7 +12,7 @@
 #include <cstdio>
 
 namespace {
-void Error(const QString &texto) { std::fprintf(stderr, "%s\n", texto.toLocal8Bit().constData()); }
+void Error(const QString &texto) { Escribir(stderr, texto + u'\n'); }
 
 QString Carpeta(const QString &dir)
 {
@@ -33,6 +33,12 @@ QString Opcion(const QStringList &args, const QString &nombre, const QString &po
 }
 
 bool TieneOpcion(const QStringList &args, const QString &nombre) { return args.contains(nombre); }
+
+void Escribir(std::FILE *f, const QString &texto)
+{
+    std::fputs(texto.toLocal8Bit().constData(), f);
+    std::fflush(f);
+}
 
 bool PrepararSesion(Sesion &s, const QStringList &args)
 {
@@ -69,7 +75,7 @@ bool PrepararSesion(Sesion &s, const QStringList &args)
         s.DomicilioUsuario = s.oFormato->EsNull(rs(QStringLiteral("USRSDOMICI")));
         s.EmailUsuario = s.oFormato->EsNull(rs(QStringLiteral("USRSEMAIL")));
         s.MesPeriodo = qint16(m.captured(1).toInt());
-        s.Periodo = QStringLiteral("01/%1/%2").arg(s.MesPeriodo).arg(m.captured(2));
+        s.Periodo = QStringLiteral("01/%1/%2").arg(QString::number(s.MesPeriodo), m.captured(2));
         CalcularLimitesPeriodo(s);
     } catch (const oDB::ErrorBD &e) {
         Error(e.descripcion);

@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <cstdio>
 
 struct Sesion;
 
@@ -11,6 +12,8 @@ QString Opcion(const QStringList &args, const QString &nombre);
 // The same, or porDefecto when "--name" is not given at all.
 QString Opcion(const QStringList &args, const QString &nombre, const QString &porDefecto);
 bool TieneOpcion(const QStringList &args, const QString &nombre);
+// Writes the text to a standard stream (stdout, stderr) in the local encoding, at once.
+void Escribir(std::FILE *f, const QString &texto);
 
 // Prepares a session for a command that works on one company and period, as the company and
 // period window would: --datos DIR (folder of personal.mdb and kestrel.mdb, also of
@@ -34,6 +37,6 @@ int ComandoImprimir(const QStringList &args);
 int ComandoVerificar(const QStringList &args);
 // ivacompras importar-access ORIGEN DESTINO
 int ComandoImportarAccess(const QStringList &args);
-// ivacompras conciliar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo FILE [--cargar]
+// ivacompras conciliar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo RUTA [--cargar]
 //                      [--formato texto|csv]
 int ComandoConciliar(const QStringList &args);

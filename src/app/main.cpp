@@ -86,7 +86,7 @@ int main(int argc, char **argv)
                  "     ivacompras cuenta --datos DIR --cuit CUIT [--proveedor CUIT]\n"
                  "     ivacompras verificar --datos DIR --cuit CUIT --periodo MM/AAAA [--formato texto|csv]\n"
                  "     ivacompras importar-access ORIGEN DESTINO\n"
-                 "     ivacompras conciliar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo FILE [--cargar]"
+                 "     ivacompras conciliar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo RUTA [--cargar]"
                  " [--formato texto|csv]\n");
     return 2;
 }

@@ -1,6 +1,7 @@
 #include "checks/Conciliacion.h"
 
 #include "app/core/Sesion.h"
+#include "checks/Csv.h"
 #include "data/Convenciones.h"
 #include "data/SentenciasFactura.h"
 #include "data/oDB.h"
@@ -103,6 +104,29 @@ QString Faltante::Observacion() const
         return QStringLiteral("ya cargada en el período ") + periodoCargada;
     return QString();
 }
+
+QString Faltante::Revision() const
+{
+    return Revisar() ? QStringLiteral("Revisar: otros tributos %1 como Ingresos Brutos").arg(Monto(c.otrosTributos))
+                     : QString();
+}
+
+QString Faltante::Observaciones() const
+{
+    QStringList partes;
+    for (const QString &p : {Observacion(), Revision()})
+        if (!p.isEmpty())
+            partes << p;
+    return partes.join(QStringLiteral(" - "));
+}
+
+QString TextoCargados(const Sesion &s, int cargados)
+{
+    return QStringLiteral("Comprobantes cargados en el período %2: %1.")
+        .arg(QString::number(cargados), conv::Format(QVariant(s.PeriodoDesde), QStringLiteral("mm/yyyy")));
+}
+
+QString TextoNoSePudo(const QString &motivo) { return QStringLiteral("No se pudo conciliar: ") + motivo; }
 
 QString CuitEnLibro(Sesion &s, const QString &digitos)
 {
@@ -225,26 +249,24 @@ Resultado Conciliar(Sesion &s, const recibidos::Lista &lista)
     return r;
 }
 
-QString Informe(const Resultado &r, bool csv)
+QString Informe(const Resultado &r, bool enCsv)
 {
     auto fecha = [](const QDate &d) { return conv::FechaCorta(d); };
     QStringList lineas;
-    if (csv) {
-        lineas << QStringLiteral("grupo;fecha;tipo;numero;cuit;denominacion;concepto;libro;archivo;diferencia;observacion");
+    if (enCsv) {
+        QString out = csv::Fila({QStringLiteral("grupo"), QStringLiteral("fecha"), QStringLiteral("tipo"),
+                                 QStringLiteral("numero"), QStringLiteral("cuit"), QStringLiteral("denominacion"),
+                                 QStringLiteral("concepto"), QStringLiteral("libro"), QStringLiteral("archivo"),
+                                 QStringLiteral("diferencia"), QStringLiteral("observacion")});
         auto fila = [&](const QString &grupo, const QDate &d, const QString &tipo, const QString &numero,
-                        const QString &cuit, QString nombre, const QString &concepto, const QString &libro,
+                        const QString &cuit, const QString &nombre, const QString &concepto, const QString &libro,
                         const QString &archivo, const QString &dif, const QString &obs) {
-            nombre.replace(u';', u',');
-            lineas << QStringList{grupo, fecha(d), tipo, numero, cuit, nombre, concepto, libro, archivo, dif, obs}.join(u';');
+            out += csv::Fila({grupo, fecha(d), tipo, numero, cuit, nombre, concepto, libro, archivo, dif, obs});
         };
-        for (const Faltante &f : r.faltantes) {
-            QString obs = f.Observacion();
-            if (f.Revisar())
-                obs += (obs.isEmpty() ? QString() : QStringLiteral(", ")) + QStringLiteral("revisar otros tributos");
+        for (const Faltante &f : r.faltantes)
             fila(QStringLiteral("falta en el libro"), f.c.fecha, f.c.tipoLibro.isEmpty() ? QString::number(f.c.codigo) : f.c.tipoLibro,
                  f.c.NumeroLibro(), f.c.cuitEmisor, f.c.denominacion, QStringLiteral("Total"), QString(), Monto(f.c.total),
-                 QString(), obs);
-        }
+                 QString(), f.Observaciones());
         for (const FacturaLibro &b : r.soloEnLibro)
             fila(QStringLiteral("falta en el archivo"), b.fecha, b.tipo, b.numero, b.proveedor, b.nombre,
                  QStringLiteral("Total"), Monto(b.Total()), QString(), QString(), QString());
@@ -252,17 +274,15 @@ QString Informe(const Resultado &r, bool csv)
             for (const Diferencia &x : d.diferencias)
                 fila(QStringLiteral("diferente"), d.libro.fecha, d.libro.tipo, d.libro.numero, d.libro.proveedor,
                      d.libro.nombre, x.concepto, Monto(x.libro), Monto(x.archivo), Monto(x.Importe()), QString());
-        return lineas.join(u'\n') + u'\n';
+        return out;
     }
     lineas << QStringLiteral("En el archivo y no en el libro: %1").arg(r.faltantes.size());
     for (const Faltante &f : r.faltantes) {
         QString l = QStringLiteral("  %1  %2  %3  %4  %5  total %6")
                         .arg(fecha(f.c.fecha), f.c.tipoLibro.isEmpty() ? QString::number(f.c.codigo) : f.c.tipoLibro,
                              f.c.NumeroLibro(), f.c.cuitEmisor, f.c.denominacion, Monto(f.c.total));
-        if (!f.Observacion().isEmpty())
-            l += QStringLiteral("  ") + f.Observacion();
-        if (f.Revisar())
-            l += QStringLiteral("  revisar: otros tributos %1").arg(Monto(f.c.otrosTributos));
+        if (!f.Observaciones().isEmpty())
+            l += QStringLiteral("  ") + f.Observaciones();
         lineas << l;
     }
     lineas << QStringLiteral("En el libro y no en el archivo: %1").arg(r.soloEnLibro.size());
@@ -308,12 +328,14 @@ Lineas LineasDe(const Comprobante &c)
             if (a.iva != 0)
                 l.iva << a;
     } else if (c.iva != 0) {
-        // The older form gives the VAT whole: its rate is the usual one that yields it, or the
-        // rate it shows over the taxed amount.
+        // The older form gives the VAT whole: its rate is the first usual one that yields it
+        // (21% before 10,5% and the rest), or the rate it shows over the taxed amount.
         double tasa = c.netoGravado != 0 ? conv::Redondear(c.iva * 100 / c.netoGravado, 2) : 0;
         for (double t : {21.0, 10.5, 27.0, 5.0, 2.5})
-            if (Iguales(conv::Redondear(c.netoGravado * t / 100, 2), c.iva))
+            if (Iguales(conv::Redondear(c.netoGravado * t / 100, 2), c.iva)) {
                 tasa = t;
+                break;
+            }
         l.iva << recibidos::Alicuota{tasa, c.netoGravado, c.iva};
     }
     l.noGravado = c.noGravado + c.exento;
@@ -323,14 +345,6 @@ Lineas LineasDe(const Comprobante &c)
         l.noGravado += resto;
     l.noGravado = conv::Redondear(l.noGravado, 2);
     return l;
-}
-
-double IdMaximo(oDB::clManejo &db, const QString &sql, const QString &campo)
-{
-    oDB::Recordset rs;
-    db.CrearRs(rs, sql);
-    const QString maximo = rs.Abierto() && !rs.Eof() ? conv::Texto(rs(campo)) : QString();
-    return conv::Val(maximo);
 }
 
 } // namespace
@@ -353,11 +367,16 @@ int Cargar(Sesion &s, const QVector<Comprobante> &elegidos)
             if (proveedor.isEmpty()) {
                 proveedor = c.cuitEmisor;
                 QString nombre = c.denominacion.trimmed().isEmpty() ? c.cuitEmisor : c.denominacion.trimmed();
+                // A quoted value cannot hold an apostrophe. The supplier window refuses such a
+                // name with the book's syntax error and the person types it otherwise; a name of
+                // the list cannot be typed otherwise, and refusing it would leave out every
+                // chosen voucher (all or none): its apostrophes go in as the acute accent.
                 nombre.replace(u'\'', QStringLiteral("´"));
-                db.Ejecutar(QStringLiteral("INSERT INTO PRV(PRVSNRCUIT,PRVSNOMBRE,PRVSDOMICI,PRVSTELFON,PRVSEMAIL,"
-                                           "PRVSCONTAC,PRVFALTA) values (") +
-                            Q(proveedor) + u',' + Q(nombre) + QStringLiteral(",'','','','',datevalue(") +
-                            Q(conv::Texto(conv::Hoy())) + QStringLiteral("))"));
+                sentencias::AltaDeProveedor alta;
+                alta.cuit = proveedor;
+                alta.nombre = nombre;
+                alta.alta = conv::Hoy();
+                db.Ejecutar(sentencias::AltaProveedor(alta));
                 prv.cuit.insert(c.cuitEmisor, proveedor);
                 prv.nombre.insert(proveedor, nombre);
             }
@@ -375,8 +394,7 @@ int Cargar(Sesion &s, const QVector<Comprobante> &elegidos)
             const Lineas l = LineasDe(c);
             // The taxed amounts first: the add window takes them before the header exists.
             for (double g : l.gravados) {
-                const int id = int(IdMaximo(db, sentencias::IdMaximoGravado(empresa, proveedor, numero),
-                                            QStringLiteral("MaxId")) + 1);
+                const int id = int(sentencias::LeerIdMaximo(db, sentencias::IdMaximoGravado(empresa, proveedor, numero)) + 1);
                 db.Ejecutar(sentencias::AltaGravado(empresa, proveedor, numero, id, Monto(g)));
             }
             oDB::Recordset rs;
@@ -391,8 +409,7 @@ int Cargar(Sesion &s, const QVector<Comprobante> &elegidos)
                 const double tasa = conv::CDbl(Monto(a.tasa));
                 const double valor = conv::CDbl(Monto(a.iva));
                 const long id = std::lround(
-                    IdMaximo(db, sentencias::IdMaximoLinea(QStringLiteral("IVC_DetIVA"), empresa, proveedor),
-                             QStringLiteral("idmax")) + 1);
+                    sentencias::LeerIdMaximo(db, sentencias::IdMaximoLinea(QStringLiteral("IVC_DetIVA"), empresa, proveedor)) + 1);
                 db.Ejecutar(sentencias::AltaLineaIVA(empresa, proveedor, QString::number(id), numero,
                                                      conv::NumeroATexto(tasa),
                                                      QStringLiteral("Iva del ") + conv::NumeroATexto(a.tasa) + u':',
@@ -406,9 +423,8 @@ int Cargar(Sesion &s, const QVector<Comprobante> &elegidos)
                 const double valor = conv::CDbl(Monto(c.otrosTributos));
                 const double base = conv::CDbl(gravado);
                 const double porcentaje = base != 0 ? conv::CDbl(Monto(valor * 100 / base)) : 0;
-                const double id = IdMaximo(db, sentencias::IdMaximoLinea(QStringLiteral("IVC_detIngBrutos"), empresa,
-                                                                          proveedor),
-                                           QStringLiteral("idmax")) + 1;
+                const double id = sentencias::LeerIdMaximo(db, sentencias::IdMaximoLinea(QStringLiteral("IVC_detIngBrutos"),
+                                                                                      empresa, proveedor)) + 1;
                 db.Ejecutar(sentencias::AltaLineaIngBrutos(empresa, proveedor, conv::NumeroATexto(id), numero,
                                                            conv::NumeroATexto(porcentaje),
                                                            QStringLiteral("Otros tributos (según ARCA)"),

@@ -34,6 +34,11 @@ struct Faltante {
     bool Cargable() const { return Observacion().isEmpty(); }
     // Its "Otros Tributos" go into a gross-income line, to be reviewed.
     bool Revisar() const { return c.otrosTributos != 0; }
+    // The remark of Revisar() ("Revisar: otros tributos 30,00 como Ingresos Brutos"); empty
+    // when there is nothing to review.
+    QString Revision() const;
+    // Observacion() and Revision(), those not empty, joined by " - ": what the list shows.
+    QString Observaciones() const;
 };
 
 // An invoice of the book as the reconciliation reads it.
@@ -70,15 +75,20 @@ struct ErrorEmpresa {
 // title's CUIT is not the company's; the book's errors (oDB::ErrorBD) pass through.
 Resultado Conciliar(Sesion &s, const recibidos::Lista &lista);
 
-// The three groups and their counts as text lines, or as ";"-separated rows with a heading
-// (csv), for the command line.
-QString Informe(const Resultado &r, bool csv);
+// The three groups and their counts as text lines, or as CSV rows (checks/Csv.h) with a heading
+// (enCsv), for the command line.
+QString Informe(const Resultado &r, bool enCsv);
 
 // Brings the chosen missing vouchers into the session's period, in one transaction: all or
 // none. Suppliers missing from PRV are created with the name of the file. A voucher whose
 // number the supplier already has in any period is left out. Returns how many went in.
 // Throws oDB::ErrorBD (nothing written then).
 int Cargar(Sesion &s, const QVector<recibidos::Comprobante> &elegidos);
+
+// "Comprobantes cargados en el período 11/2026: 2.", after Cargar in the session's period.
+QString TextoCargados(const Sesion &s, int cargados);
+// "No se pudo conciliar: " and why.
+QString TextoNoSePudo(const QString &motivo);
 
 // The supplier CUIT of a voucher as the book keeps it: the text PRV holds for those digits,
 // or the 11 digits when PRV does not hold them.

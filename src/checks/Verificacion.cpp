@@ -277,7 +277,8 @@ Args ImporteNegativo(const FacturaRevisada &r, const Contexto &)
 
 constexpr const char *kCorregirNombre = "Corrija el nombre del proveedor en la lista de proveedores [F5].";
 constexpr const char *kCorregirNumero =
-    "Corrija el número: punto de venta de hasta 4 dígitos, guion y número de hasta 8 (0001-00001234).";
+    "Corrija el número: punto de venta de hasta 4 dígitos, guion y número de hasta 6 dígitos sin contar los ceros "
+    "a la izquierda (0001-00001234).";
 
 } // namespace
 

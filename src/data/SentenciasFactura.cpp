@@ -64,6 +64,14 @@ QString IdMaximoLinea(const QString &tabla, const QString &empresa, const QStrin
     return QStringLiteral("select max(IVCdetId) as idmax from ") + tabla + DeEmpresaYProveedor(empresa, proveedor);
 }
 
+double LeerIdMaximo(oDB::clManejo &db, const QString &sql)
+{
+    oDB::Recordset rs;
+    db.CrearRs(rs, sql);
+    const QString maximo = rs.Abierto() && !rs.Eof() ? conv::Texto(rs.Fields(0)) : QString();
+    return conv::Val(maximo);
+}
+
 QString AltaLineaIVA(const QString &empresa, const QString &proveedor, const QString &id, const QString &numero,
                      const QString &tasa, const QString &descripcion, const QString &valor)
 {
@@ -87,6 +95,14 @@ QString TotalCabecera(const QString &columna, double suma, const QString &empres
     return QStringLiteral("update IVC set ") + columna + QStringLiteral(" = ") +
            Q(conv::Format(QVariant(suma), QStringLiteral("00.00"))) + DeEmpresaYProveedor(empresa, proveedor) +
            QStringLiteral(" and IVCSNROFAC = ") + Q(numero);
+}
+
+QString AltaProveedor(const AltaDeProveedor &p)
+{
+    return QStringLiteral("INSERT INTO PRV(PRVSNRCUIT,PRVSNOMBRE,PRVSDOMICI,PRVSTELFON,PRVSEMAIL,PRVSCONTAC,PRVFALTA) "
+                          "values (") +
+           Q(p.cuit) + u',' + Q(p.nombre) + u',' + Q(p.domicilio) + u',' + Q(p.telefono) + u',' + Q(p.email) + u',' +
+           Q(p.contacto) + u',' + QStringLiteral("datevalue('") + conv::FechaCorta(p.alta) + QStringLiteral("'))");
 }
 
 QString BuscarDuplicado(const QString &empresa, const QString &proveedor, const QString &numero)

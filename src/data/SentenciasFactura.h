@@ -5,7 +5,12 @@
 // as those windows would (the loading of the tax authority's list), so both write the same rows.
 // Every value goes between quotes through oDB::Q.
 
+#include <QDate>
 #include <QString>
+
+namespace oDB {
+class clManejo;
+}
 
 namespace sentencias {
 
@@ -38,6 +43,10 @@ QString AltaGravado(const QString &empresa, const QString &proveedor, const QStr
 
 // The greatest line id of a company and supplier in a line table (over all their invoices).
 QString IdMaximoLinea(const QString &tabla, const QString &empresa, const QString &proveedor);
+// Runs IdMaximoGravado or IdMaximoLinea and reads its maximum as the invoice windows read it:
+// 0 when there is no row or no value yet.
+double LeerIdMaximo(oDB::clManejo &db, const QString &sql);
+
 // A VAT line and a gross-income line: every value quoted, numbers as plain number text.
 QString AltaLineaIVA(const QString &empresa, const QString &proveedor, const QString &id, const QString &numero,
                      const QString &tasa, const QString &descripcion, const QString &valor);
@@ -48,6 +57,19 @@ QString AltaLineaIngBrutos(const QString &empresa, const QString &proveedor, con
 // Rewrites a header total (IVARIN, IVCINGBRU) with the sum of the lines formatted "00.00".
 QString TotalCabecera(const QString &columna, double suma, const QString &empresa, const QString &proveedor,
                       const QString &numero);
+
+// A supplier as the supplier window adds it: the texts as given, blanks included.
+struct AltaDeProveedor {
+    QString cuit;
+    QString nombre;
+    QString domicilio;
+    QString telefono;
+    QString email;
+    QString contacto;
+    QDate alta;
+};
+// "INSERT INTO PRV(...) values (...)": the entry date through datevalue('dd/mm/yyyy').
+QString AltaProveedor(const AltaDeProveedor &p);
 
 // The duplicate check over all periods: the entry date, invoice date and period of the number.
 QString BuscarDuplicado(const QString &empresa, const QString &proveedor, const QString &numero);

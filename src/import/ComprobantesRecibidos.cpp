@@ -11,6 +11,7 @@
 #include <zip.h>
 #include <algorithm>
 #include <cmath>
+#include <exception>
 #include <thread>
 #include <vector>
 #include <optional>
@@ -331,28 +332,27 @@ Tabla LeerXlsx(const QString &ruta)
         Tramos(Exigir(zip, hoja), int(std::clamp(std::thread::hardware_concurrency(), 1u, 4u)));
     // A list of thousands of rows is read by every processor at once, a run each.
     QVector<QVector<Celda>> leidas(tramos.size());
-    QVector<std::optional<ErrorLectura>> errores(tramos.size());
+    // Whatever a run throws (ErrorLectura, std::bad_alloc...) is kept and thrown again here,
+    // once every run has ended: the first run's error first.
+    std::vector<std::exception_ptr> errores(tramos.size());
     {
+        const auto leer = [&](qsizetype k) {
+            try {
+                leidas[k] = LeerCeldas(tramos[k], compartidos, fechas, hoja);
+            } catch (...) {
+                errores[k] = std::current_exception();
+            }
+        };
         std::vector<std::thread> hilos;
         for (qsizetype k = 1; k < tramos.size(); ++k)
-            hilos.emplace_back([&, k] {
-                try {
-                    leidas[k] = LeerCeldas(tramos[k], compartidos, fechas, hoja);
-                } catch (const ErrorLectura &e) {
-                    errores[k] = e;
-                }
-            });
-        try {
-            leidas[0] = LeerCeldas(tramos[0], compartidos, fechas, hoja);
-        } catch (const ErrorLectura &e) {
-            errores[0] = e;
-        }
+            hilos.emplace_back(leer, k);
+        leer(0);
         for (std::thread &h : hilos)
             h.join();
     }
-    for (const auto &e : errores)
+    for (const std::exception_ptr &e : errores)
         if (e)
-            throw *e;
+            std::rethrow_exception(e);
     Tabla tabla;
     for (const QVector<Celda> &celdas : leidas)
         for (const Celda &c : celdas) {
@@ -498,7 +498,7 @@ std::optional<QDate> Fecha(const QVariant &v)
     return d;
 }
 
-Lista Interpretar(const Tabla &tabla)
+Lista Interpretar(const Tabla &tabla, const QString &tipoArchivo)
 {
     // The headings row: the first whose first cell is "Fecha" (current form) or "Fecha de
     // Emisión" (older form), within the first rows.
@@ -533,7 +533,7 @@ Lista Interpretar(const Tabla &tabla)
     enum { cFecha, cTipo, cPunto, cDesde, cCuit, cNombre, cCambio, cMoneda, cGrav, cNoGrav, cExento, cOtros, cIva, cTotal };
 
     Lista lista;
-    lista.forma = actual ? QStringLiteral("XLSX") : QStringLiteral("CSV");
+    lista.forma = tipoArchivo + (actual ? QStringLiteral(", forma actual") : QStringLiteral(", forma anterior"));
     static const QRegularExpression cuit(QStringLiteral("CUIT\\s*([0-9-]{11,13})\\s*$"),
                                          QRegularExpression::CaseInsensitiveOption);
     for (int f = 0; f < filaTitulos; ++f)
@@ -667,12 +667,12 @@ Lista LeerArchivo(const QString &ruta)
     const QByteArray inicio = f.peek(4);
     if (inicio.startsWith("PK\x03\x04")) {
         f.close();
-        return Interpretar(LeerXlsx(ruta));
+        return Interpretar(LeerXlsx(ruta), QStringLiteral("XLSX"));
     }
     const QByteArray bytes = f.readAll();
     if (bytes.contains('\0'))
         Fallar(QStringLiteral("no es un libro XLSX ni un texto separado por \";\"."));
-    return Interpretar(LeerCsv(bytes));
+    return Interpretar(LeerCsv(bytes), QStringLiteral("CSV"));
 }
 
 } // namespace
@@ -688,6 +688,12 @@ Lista Leer(const QString &ruta)
                                           "leer: %2")
                                .arg(QFileInfo(ruta).fileName(), e.mensaje)};
     }
+}
+
+QString DescripcionArchivo(const QString &ruta, const Lista &lista)
+{
+    return QStringLiteral("Archivo: %1 (%2, %3 comprobantes)")
+        .arg(QFileInfo(ruta).fileName(), lista.forma, QString::number(lista.comprobantes.size()));
 }
 
 } // namespace recibidos

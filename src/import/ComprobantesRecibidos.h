@@ -49,7 +49,8 @@ struct Comprobante {
 };
 
 struct Lista {
-    QString forma;         // "XLSX" or "CSV"
+    QString forma;         // the file type and the form of its headings: "XLSX, forma actual",
+                           // "CSV, forma anterior"...
     QString cuitReceptor;  // the CUIT of the title (digits); empty when the file has no title
     QVector<Comprobante> comprobantes;
 };
@@ -61,6 +62,10 @@ struct ErrorLectura {
 
 // Reads the list from a file of either form. Throws ErrorLectura.
 Lista Leer(const QString &ruta);
+
+// The file as the reconciliation names it: "Archivo: lista.xlsx (XLSX, forma actual, 12
+// comprobantes)".
+QString DescripcionArchivo(const QString &ruta, const Lista &lista);
 
 // The book's voucher type of an authority code: 1 A, 2 NDA, 6 B, 11 C, 81 TIQUE FCA,
 // 82 TIQUE FCB, 83 TIQUE; empty for any other.

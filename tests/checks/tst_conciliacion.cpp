@@ -3,6 +3,7 @@
 
 #include "checks/ListaRecibida.h"
 #include "checks/Conciliacion.h"
+#include "checks/Csv.h"
 #include "common/Libro.h"
 
 #include <QProcess>
@@ -86,7 +87,7 @@ private slots:
         }
 
         const recibidos::Lista l = recibidos::Leer(ruta);
-        QCOMPARE(l.forma, forma == u"csv" ? "CSV" : "XLSX");
+        QCOMPARE(l.forma, forma == u"csv" ? "CSV, forma anterior" : "XLSX, forma actual");
         QCOMPARE(l.cuitReceptor, forma == u"csv" ? QString() : kEmpresa);
         QCOMPARE(l.comprobantes.size(), filas.size());
         if (forma == u"grande")
@@ -180,6 +181,11 @@ private slots:
         const Resultado r = Conciliar(Ruta("lista.xlsx"));
         QCOMPARE(r.iguales, 3);
         QCOMPARE(r.faltantes.size(), 2);
+        // The older form's VAT whole: 21% and 27% of 0,04 both give 0,01, and the usual one is taken.
+        QVERIFY(EscribirCsv(Ruta("vieja.csv"), {Fila("11/11/2026", "1 - Factura A", 5, 55, kGamma, {{21, 0.04}})}));
+        QCOMPARE(conciliacion::Cargar(libro->S(), recibidos::Leer(Ruta("vieja.csv")).comprobantes), 1);
+        QCOMPARE(libro->Filas("select IVCDETIVA from IVC_DetIVA where IVCSNROFAC = '0005-00000055'"), QStringList({"21"}));
+        QCOMPARE(csv::Fila({"a", "b;c", "d\"e", "f\ng", ""}), "a;\"b;c\";\"d\"\"e\";\"f\ng\";\r\n");
     }
     void cargaTodoONada()
     {

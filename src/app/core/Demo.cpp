@@ -4,6 +4,7 @@
 #include "app/core/Azar.h"
 #include "app/core/Sesion.h"
 #include "data/Convenciones.h"
+#include "data/SentenciasFactura.h"
 #include "data/Esquema.h"
 #include "data/oDB.h"
 
@@ -361,10 +362,7 @@ ResumenDemo CrearDemo(const QString &dir)
             cuitPrv << cuit;
             const QDate alta = QDate(2025, 3, 1).addDays(azar.Entre(0, 400));
             // As the supplier window inserts it.
-            libro.Ejecutar(QStringLiteral("INSERT INTO PRV(PRVSNRCUIT,PRVSNOMBRE,PRVSDOMICI,PRVSTELFON,PRVSEMAIL,PRVSCONTAC,PRVFALTA) values (") +
-                           Q(cuit) + u',' + Q(p.nombre) + u',' + Q(p.domicilio) + u',' + Q(p.telefono) + u',' +
-                           Q(p.email) + u',' + Q(p.contacto) + u',' + QStringLiteral("datevalue('") +
-                           conv::FechaCorta(alta) + QStringLiteral("'))"));
+            libro.Ejecutar(sentencias::AltaProveedor({cuit, p.nombre, p.domicilio, p.telefono, p.email, p.contacto, alta}));
         }
         r.proveedores = int(cuitPrv.size());
 
@@ -454,15 +452,25 @@ ResumenDemo CrearDemo(const QString &dir)
             // each as a person makes it (the type "X" invoice above is one of them).
             const QDate periodo(2026, 11, 1);
             const QString empresa = r.empresas[0].cuit;
-            PeriodoDemo &p = *std::find_if(r.periodos.begin(), r.periodos.end(), [&](const PeriodoDemo &x) {
+            auto enLista = std::find_if(r.periodos.begin(), r.periodos.end(), [&](const PeriodoDemo &x) {
                 return x.cuit == empresa && x.periodo == conv::FechaCorta(periodo);
             });
+            if (enLista == r.periodos.end()) {
+                // Every company has invoices in every month; should that change, the period
+                // still comes to the list.
+                r.periodos.append({empresa, conv::FechaCorta(periodo), 0});
+                enLista = std::prev(r.periodos.end());
+            }
+            PeriodoDemo &p = *enLista;
             const auto proveedor = [&](const QString &nombre, int prefijo, int cuerpo) {
                 QString cuit;
                 while ((cuit = Cuit(prefijo, cuerpo)).isEmpty())
                     ++cuerpo;
-                libro.Ejecutar(QStringLiteral("INSERT INTO PRV(PRVSNRCUIT,PRVSNOMBRE,PRVSDOMICI,PRVSTELFON,PRVSEMAIL,PRVSCONTAC,PRVFALTA) values (") +
-                               Q(cuit) + u',' + Q(nombre) + QStringLiteral(",'','','','',datevalue('01/10/2026'))"));
+                sentencias::AltaDeProveedor alta;
+                alta.cuit = cuit;
+                alta.nombre = nombre;
+                alta.alta = QDate(2026, 10, 1);
+                libro.Ejecutar(sentencias::AltaProveedor(alta));
                 return cuit;
             };
             const auto factura = [&](const QString &prv, const QString &tipo, const QString &numero, int dia,
@@ -482,7 +490,7 @@ ResumenDemo CrearDemo(const QString &dir)
             };
             const QString clave = QStringLiteral(" where USRSNRCUIT = %1 and PRVSNRCUIT = %2 and IVCSNROFAC = %3");
             const QString harinera = cuitPrv[0], nandu = cuitPrv[1], energia = cuitPrv[8];
-            QList<Escritor::Factura> slips = {
+            QList<Escritor::Factura> conFallas = {
                 // A prefix that does not exist (31 for 30), with its check digit right.
                 factura(proveedor(QStringLiteral("Distribuidora del Centro S.A."), 31, 70456123), QStringLiteral("A"),
                         QStringLiteral("0003-00004410"), 4, {18000}, {21}, QStringLiteral("Mercadería de almacén")),
@@ -537,20 +545,20 @@ ResumenDemo CrearDemo(const QString &dir)
                 factura(proveedor(QStringLiteral("Fletes Rápidos S.R.L."), 30, 70777654), QStringLiteral("A"),
                         QStringLiteral("0021-00000345"), 11, {8500}, {21}, QStringLiteral("Flete local")),
             };
-            slips[8].noGravado = 25000000000000;
-            slips[10].tasaIB = 3;
-            slips[15].fecha = QDate(2027, 11, 5);
-            slips[16].fecha = QDate(2025, 9, 30);
-            for (const Escritor::Factura &f : slips)
+            conFallas[8].noGravado = 25000000000000;
+            conFallas[10].tasaIB = 3;
+            conFallas[15].fecha = QDate(2027, 11, 5);
+            conFallas[16].fecha = QDate(2025, 9, 30);
+            for (const Escritor::Factura &f : conFallas)
                 escritor.Escribir(f);
             const auto donde = [&](const Escritor::Factura &f) { return clave.arg(Q(empresa), Q(f.proveedor), Q(f.numero)); };
-            libro.Ejecutar(QStringLiteral("update IVC set IVARIN = '4300,00'") + donde(slips[9]));
-            libro.Ejecutar(QStringLiteral("update IVC set IVCINGBRU = '990,00'") + donde(slips[10]));
-            libro.Ejecutar(QStringLiteral("update IVC_DetIVA set IVCDETVLR = '2010'") + donde(slips[11]));
-            libro.Ejecutar(QStringLiteral("update IVC set IVARIN = '2010,00'") + donde(slips[11]));
-            libro.Ejecutar(QStringLiteral("DELETE FROM PRV WHERE PRVSNRCUIT = ") + Q(slips.last().proveedor));
-            p.facturas += int(slips.size());
-            r.facturas += int(slips.size());
+            libro.Ejecutar(QStringLiteral("update IVC set IVARIN = '4300,00'") + donde(conFallas[9]));
+            libro.Ejecutar(QStringLiteral("update IVC set IVCINGBRU = '990,00'") + donde(conFallas[10]));
+            libro.Ejecutar(QStringLiteral("update IVC_DetIVA set IVCDETVLR = '2010'") + donde(conFallas[11]));
+            libro.Ejecutar(QStringLiteral("update IVC set IVARIN = '2010,00'") + donde(conFallas[11]));
+            libro.Ejecutar(QStringLiteral("DELETE FROM PRV WHERE PRVSNRCUIT = ") + Q(conFallas.last().proveedor));
+            p.facturas += int(conFallas.size());
+            r.facturas += int(conFallas.size());
         }
         libro.Ejecutar(QStringLiteral("COMMIT"));
     } catch (...) {

@@ -53,12 +53,7 @@ std::optional<FilaFactura> FilaDeFactura(Sesion &s, const QString &cuitProveedor
 bool AbrirFactura(Sesion &s, Principal *principal, QWidget *padre, const QString &cuitProveedor,
                   const QString &numero)
 {
-    std::optional<FilaFactura> f;
-    try {
-        f = FilaDeFactura(s, cuitProveedor, numero);
-    } catch (const oDB::ErrorBD &) {
-        return false;
-    }
+    const std::optional<FilaFactura> f = FilaDeFactura(s, cuitProveedor, numero);
     if (!f)
         return false;
     s.NroFacSeleccionada = f->numero;

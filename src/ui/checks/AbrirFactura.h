@@ -21,6 +21,6 @@ std::optional<FilaFactura> FilaDeFactura(Sesion &s, const QString &cuitProveedor
 // Sets Sesion.NroFacSeleccionada and Sesion.PrvCuitSeleccionado, opens frmMODConcepto over
 // padre, filled from the row, and returns when the user closes it (modal). principal is the
 // main window, which the modify window reloads after a save. False, with nothing opened, when
-// FilaDeFactura finds no row or the book fails.
+// FilaDeFactura finds no row; the book's errors (oDB::ErrorBD) pass through, nothing opened.
 bool AbrirFactura(Sesion &s, Principal *principal, QWidget *padre, const QString &cuitProveedor,
                   const QString &numero);

@@ -1,5 +1,6 @@
 #include "ui/checks/frmCONCILIAR.h"
 
+#include "app/core/Servicios.h"
 #include "app/core/Sesion.h"
 #include "data/Convenciones.h"
 #include "data/oDB.h"
@@ -8,7 +9,6 @@
 #include "ui/common/Principal.h"
 #include "ui/common/Teclas.h"
 
-#include <QFileInfo>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -17,7 +17,7 @@
 
 namespace {
 
-const QString kTeclas = QStringLiteral("Marcar [Espacio] - Cargar marcados [F11] - Abrir factura [Enter] - Cerrar [Esc]");
+const QString kTeclas = QStringLiteral("Marcar [Espacio] - Cargar marcados [F11] - Abrir factura [Enter] - Salir [Esc]");
 constexpr int kRolProveedor = Qt::UserRole;     // book invoice: supplier CUIT
 constexpr int kRolNumero = Qt::UserRole + 1;    // book invoice: number
 constexpr int kRolFaltante = Qt::UserRole + 2;  // missing voucher: its index
@@ -47,7 +47,7 @@ void frmCONCILIAR::Abrir(Sesion &s, Principal *principal, QWidget *padre)
     } catch (const conciliacion::ErrorEmpresa &e) {
         Avisar(s, e.mensaje);
     } catch (const oDB::ErrorBD &e) {
-        Avisar(s, QStringLiteral("No se pudo conciliar: ") + e.descripcion);
+        Avisar(s, conciliacion::TextoNoSePudo(e.descripcion));
     }
 }
 
@@ -58,10 +58,8 @@ frmCONCILIAR::frmCONCILIAR(Sesion &s, Principal *principal, const QString &archi
     setObjectName(QStringLiteral("frmCONCILIAR"));
     setWindowTitle(QStringLiteral("IVA Compras - Conciliar con Mis Comprobantes Recibidos"));
     setModal(true);
-    lbArchivo = new QLabel(QStringLiteral("Archivo: %1 (%2, %3 comprobantes) - Periodo %4")
-                               .arg(QFileInfo(archivo).fileName(), lista.forma)
-                               .arg(lista.comprobantes.size())
-                               .arg(conv::Format(QVariant(s.PeriodoDesde), QStringLiteral("mm/yyyy"))),
+    lbArchivo = new QLabel(recibidos::DescripcionArchivo(archivo, lista) + QStringLiteral(" - Periodo ") +
+                               conv::Format(QVariant(s.PeriodoDesde), QStringLiteral("mm/yyyy")),
                            this);
     lbArchivo->setObjectName(QStringLiteral("lbArchivo"));
     lbResumen = new QLabel(this);
@@ -109,7 +107,7 @@ QTreeWidgetItem *frmCONCILIAR::Grupo(const QString &titulo, int cantidad)
 {
     auto *g = new QTreeWidgetItem(grdConciliacion);
     // The heading spans the row from the first column.
-    g->setText(cCarga, QStringLiteral("%1: %2").arg(titulo).arg(cantidad));
+    g->setText(cCarga, QStringLiteral("%1: %2").arg(titulo, QString::number(cantidad)));
     g->setFirstColumnSpanned(true);
     QFont f = g->font(cCarga);
     f.setBold(true);
@@ -124,10 +122,8 @@ void frmCONCILIAR::Llenar()
     grdConciliacion->clear();
     lbResumen->setText(QStringLiteral("En el archivo y no en el libro: %1 - En el libro y no en el archivo: %2 - "
                                       "Con diferencias: %3 - Iguales: %4")
-                           .arg(r_.faltantes.size())
-                           .arg(r_.soloEnLibro.size())
-                           .arg(r_.distintas.size())
-                           .arg(r_.iguales));
+                           .arg(QString::number(r_.faltantes.size()), QString::number(r_.soloEnLibro.size()),
+                                QString::number(r_.distintas.size()), QString::number(r_.iguales)));
     auto fila = [&](const QDate &fecha, const QString &tipo, const QString &numero, const QString &cuit,
                     const QString &nombre) {
         auto *i = new QTreeWidgetItem(grdConciliacion);
@@ -147,9 +143,7 @@ void frmCONCILIAR::Llenar()
                        f.c.NumeroLibro(), f.c.cuitEmisor, f.c.denominacion);
         i->setText(cConcepto, QStringLiteral("Total"));
         i->setText(cArchivo, Monto(f.c.total));
-        QString obs = f.Observacion();
-        if (f.Revisar())
-            obs = QStringLiteral("Revisar: otros tributos %1 como Ingresos Brutos").arg(Monto(f.c.otrosTributos));
+        const QString obs = f.Observaciones();
         i->setText(cObservacion, obs);
         i->setToolTip(cObservacion, obs);
         if (f.Cargable()) {
@@ -193,7 +187,7 @@ void frmCONCILIAR::Conciliar()
     try {
         r_ = conciliacion::Conciliar(s_, lista_);
     } catch (const oDB::ErrorBD &e) {
-        Avisar(s_, QStringLiteral("No se pudo conciliar: ") + e.descripcion);
+        Avisar(s_, conciliacion::TextoNoSePudo(e.descripcion));
     }
     Llenar();
 }
@@ -220,10 +214,7 @@ void frmCONCILIAR::CargarMarcados()
     }
     try {
         const int n = conciliacion::Cargar(s_, elegidos);
-        s_.mensajes->MsgBox(QStringLiteral("Comprobantes cargados en el período %2: %1.")
-                                .arg(n)
-                                .arg(conv::Format(QVariant(s_.PeriodoDesde), QStringLiteral("mm/yyyy"))),
-                            vb::vbInformation);
+        s_.mensajes->MsgBox(conciliacion::TextoCargados(s_, n), vb::vbInformation);
     } catch (const oDB::ErrorBD &e) {
         Avisar(s_, QStringLiteral("No se cargó ningún comprobante: ") + e.descripcion);
         return;
@@ -239,8 +230,14 @@ void frmCONCILIAR::AbrirElegida()
     if (!i || !i->data(cCarga, kRolNumero).isValid())
         return;
     const int fila = grdConciliacion->indexOfTopLevelItem(grdConciliacion->currentItem());
-    if (AbrirFactura(s_, principal_, this, i->data(cCarga, kRolProveedor).toString(),
-                     i->data(cCarga, kRolNumero).toString())) {
+    bool abierta = false;
+    try {
+        abierta = AbrirFactura(s_, principal_, this, i->data(cCarga, kRolProveedor).toString(),
+                               i->data(cCarga, kRolNumero).toString());
+    } catch (const oDB::ErrorBD &e) {
+        MostrarError(*s_.mensajes, e.descripcion, e.numero, QStringLiteral(" - seccion [frmCONCILIAR.AbrirElegida]"));
+    }
+    if (abierta) {
         Conciliar();
         if (fila >= 0 && fila < grdConciliacion->topLevelItemCount())
             grdConciliacion->setCurrentItem(grdConciliacion->topLevelItem(fila));

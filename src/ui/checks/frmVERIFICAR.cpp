@@ -100,20 +100,24 @@ void frmVERIFICAR::Cargar()
 {
     const int fila = std::max(0, grdHallazgos->currentRow());
     verificacion::Resultado r;
+    fallo_.clear();
     try {
         if (!s_.dbLibro)
             throw oDB::ErrorBD{QStringLiteral("La conexión no está abierta."), 3709};
         r = verificacion::VerificarPeriodo(*s_.dbLibro, s_.CuitUsuario, s_.PeriodoDesde);
     } catch (const oDB::ErrorBD &e) {
+        r = {};
+        fallo_ = QStringLiteral("No se pudo verificar el período: ") + e.descripcion;
         if (s_.mensajes)
             MostrarError(*s_.mensajes, e.descripcion, e.numero, QStringLiteral(" - seccion [frmVERIFICAR.Cargar]"));
     }
     hallazgos_ = r.hallazgos;
-    lbResumen->setText(QStringLiteral("%1 - Periodo %2:  %3 errores, %4 avisos en %5 facturas")
-                           .arg(s_.NombreUsuario, conv::Format(s_.PeriodoDesde, QStringLiteral("mm/yyyy")))
-                           .arg(r.errores)
-                           .arg(r.avisos)
-                           .arg(r.facturas));
+    const QString periodo = conv::Format(s_.PeriodoDesde, QStringLiteral("mm/yyyy"));
+    lbResumen->setText(fallo_.isEmpty()
+                           ? QStringLiteral("%1 - Periodo %2:  %3 errores, %4 avisos en %5 facturas")
+                                 .arg(s_.NombreUsuario, periodo, QString::number(r.errores),
+                                      QString::number(r.avisos), QString::number(r.facturas))
+                           : QStringLiteral("%1 - Periodo %2:  %3").arg(s_.NombreUsuario, periodo, fallo_));
 
     grdHallazgos->setRowCount(int(hallazgos_.size()));
     for (int i = 0; i < hallazgos_.size(); ++i) {
@@ -146,8 +150,9 @@ void frmVERIFICAR::MostrarDetalle()
 {
     const int fila = grdHallazgos->currentRow();
     if (fila < 0 || fila >= hallazgos_.size()) {
-        lbDetalle->setText(hallazgos_.isEmpty() ? QStringLiteral("No se encontraron errores ni avisos en el período.")
-                                                : QString());
+        lbDetalle->setText(!fallo_.isEmpty()        ? fallo_
+                           : hallazgos_.isEmpty() ? QStringLiteral("No se encontraron errores ni avisos en el período.")
+                                                  : QString());
         return;
     }
     const Hallazgo &h = hallazgos_[fila];
@@ -166,7 +171,15 @@ void frmVERIFICAR::AbrirHallazgo()
                                 vb::vbInformation);
         return;
     }
-    if (!AbrirFactura(s_, principal_, this, h.cuit, h.numero)) {
+    bool abierta = false;
+    try {
+        abierta = AbrirFactura(s_, principal_, this, h.cuit, h.numero);
+    } catch (const oDB::ErrorBD &e) {
+        if (s_.mensajes)
+            MostrarError(*s_.mensajes, e.descripcion, e.numero, QStringLiteral(" - seccion [frmVERIFICAR.AbrirHallazgo]"));
+        return;
+    }
+    if (!abierta) {
         if (s_.mensajes)
             s_.mensajes->MsgBox(QStringLiteral("No se puede abrir la factura %1: su proveedor %2 no está en la lista "
                                                "de proveedores o la factura ya no está en el período.")

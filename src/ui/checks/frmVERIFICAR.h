@@ -46,6 +46,7 @@ private:
     Sesion &s_;
     Principal *principal_;
     QList<verificacion::Hallazgo> hallazgos_;
+    QString fallo_; // why the last check could not run; empty when it ran
 };
 
 // F9 on the main window: the window of the period check over dueno, brought to the front when

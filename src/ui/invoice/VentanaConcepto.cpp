@@ -628,11 +628,7 @@ double VentanaConcepto::LlenarLineas(QTreeWidget *lista, oDB::Recordset &rs, con
 double VentanaConcepto::IdMaximo(const QString &tabla, const QString &proveedor)
 {
     // Line ids grow over all the invoices of the company and supplier.
-    oDB::Recordset rs;
-    db().CrearRs(rs, sentencias::IdMaximoLinea(tabla, s_.CuitUsuario, proveedor));
-    const QString maximo = rs.Abierto() && !rs.Eof() ? conv::Texto(rs(QStringLiteral("idmax"))) : QString();
-    rs.Close();
-    return conv::Val(maximo);
+    return sentencias::LeerIdMaximo(db(), sentencias::IdMaximoLinea(tabla, s_.CuitUsuario, proveedor));
 }
 
 bool VentanaConcepto::BorrarLineaElegida(QTreeWidget *lista, const QString &tabla)
@@ -771,11 +767,8 @@ void VentanaConcepto::Gravados_Add()
         AntesDeAgregarGravado();
         TxtGrav->setText(FormatMonto(monto));
 
-        oDB::Recordset rs;
-        db().CrearRs(rs, sentencias::IdMaximoGravado(s_.CuitUsuario, cboIdProv->currentText(), TxtNumero->text()));
-        const QString maximo = rs.Abierto() && !rs.Eof() ? conv::Texto(rs(QStringLiteral("MaxId"))) : QString();
-        rs.Close();
-        const auto id = qint16(conv::Val(maximo) + 1);
+        const QString maximo = sentencias::IdMaximoGravado(s_.CuitUsuario, cboIdProv->currentText(), TxtNumero->text());
+        const auto id = qint16(sentencias::LeerIdMaximo(db(), maximo) + 1);
 
         const long n = db().Ejecutar(
             sentencias::AltaGravado(s_.CuitUsuario, cboIdProv->currentText(), TxtNumero->text(), id, TxtGrav->text()));

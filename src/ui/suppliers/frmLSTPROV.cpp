@@ -3,6 +3,7 @@
 #include "app/core/Servicios.h"
 #include "app/core/Sesion.h"
 #include "data/Convenciones.h"
+#include "data/SentenciasFactura.h"
 #include "data/oDB.h"
 #include "ui/common/CerrarVentana.h"
 #include "ui/common/ClCntrl.h"
@@ -247,14 +248,8 @@ bool frmLSTPROV::lpGuardar()
         QString sql;
         if (estado_ == kAgregar) {
             // Values as typed, blanks included.
-            sql = QStringLiteral("INSERT INTO PRV(PRVSNRCUIT,PRVSNOMBRE,PRVSDOMICI,PRVSTELFON,PRVSEMAIL,PRVSCONTAC,PRVFALTA) values (")
-                  + oDB::Q(txtCUIT->text()) + u','
-                  + oDB::Q(txtNombre->text()) + u','
-                  + oDB::Q(txtDomicilio->text()) + u','
-                  + oDB::Q(txtTelefono->text()) + u','
-                  + oDB::Q(txtMail->text()) + u','
-                  + oDB::Q(txtContacto->text()) + u','
-                  + QStringLiteral("datevalue('") + conv::Texto(conv::Hoy()) + QStringLiteral("'))");
+            sql = sentencias::AltaProveedor({txtCUIT->text(), txtNombre->text(), txtDomicilio->text(),
+                                             txtTelefono->text(), txtMail->text(), txtContacto->text(), conv::Hoy()});
         } else {
             // Every value trimmed, the CUIT of the row too.
             sql = QStringLiteral("UPDATE PRV SET ")

@@ -63,6 +63,7 @@ private slots:
         libro->Factura(kEmpresa, kBeta, nov, "09/11/2026", "A", "0003-00000001", 40, 0, 0, 0);
         Recibido beta{"05/11/2026", "6 - Factura B", 2, 5, kBeta, "Beta", {{21, 100}}};
         Recibido nota{"07/11/2026", "3 - Nota de Crédito A", 1, 30, kAcme, "Acme", {{21, 50}}};
+    nota.otros = 20;
         AbrirGuion dialogo;
         libro->S().dialogoAbrir = &dialogo;
         dialogo.respuesta = libro->Carpeta() + "lista.xlsx";
@@ -77,7 +78,8 @@ private slots:
             QCOMPARE(Grilla(w), QStringList({
                 "En el archivo y no en el libro: 2|||||||",
                 "x|10/11/2026|0003-00000077|Total||1511,00||Revisar: otros tributos 30,00 como Ingresos Brutos",
-                "|07/11/2026|0001-00000030|Total||60,50||no se puede cargar (tipo 3 - Nota de Crédito A)",
+                "|07/11/2026|0001-00000030|Total||80,50||no se puede cargar (tipo 3 - Nota de Crédito A) - "
+            "Revisar: otros tributos 20,00 como Ingresos Brutos",
                 "En el libro y no en el archivo: 1|||||||",
                 "|09/11/2026|0003-00000001|Total|40,00|||",
                 "En ambos con diferencias: 1|||||||",

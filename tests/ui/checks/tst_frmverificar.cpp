@@ -94,6 +94,15 @@ private slots:
         QTest::keyClick(w.Grd, Qt::Key_F9);
         QCOMPARE(w.findChildren<frmVERIFICAR *>().size(), 1);
         QVERIFY(QTest::qWaitForWindowActive(v));
+
+        // A failing book: opening a finding shows the error, and the check says it could not run.
+        libro.Ejecutar(QStringLiteral("alter table PRV rename to PRV_roto"));
+        Tecla(Qt::Key_Return);
+        QVERIFY(libro.Mensajes().Ultimo().endsWith(QStringLiteral(" - seccion [frmVERIFICAR.AbrirHallazgo]")));
+        QTest::keyClick(w.Grd, Qt::Key_F9);
+        QCOMPARE(g->rowCount(), 0);
+        QVERIFY(v->lbResumen->text().contains(QStringLiteral("Periodo 11/2026:  No se pudo verificar el período: ")));
+        QVERIFY(v->lbDetalle->text().startsWith(QStringLiteral("No se pudo verificar el período: ")));
         QTest::keyClick(g, Qt::Key_Escape);
         QVERIFY(QTest::qWaitFor([&v] { return !v; }));
     }
