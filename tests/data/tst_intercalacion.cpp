@@ -80,6 +80,12 @@ private slots:
         db.Conectar();
         QVERIFY(db.CrearRs(rs, QStringLiteral("select USRSNOMBRE from USR order by USRSNOMBRE")));
         QCOMPARE(rs.GetString(QStringLiteral("|"), QStringLiteral(";")), QStringLiteral("Óptica;Oro;"));
+        // Once brought to the new order, opening the book again writes nothing.
+        QVERIFY(db.CrearRs(rs, QStringLiteral("pragma schema_version")));
+        const QString version = rs.GetString();
+        db.Conectar();
+        QVERIFY(db.CrearRs(rs, QStringLiteral("pragma schema_version")));
+        QCOMPARE(rs.GetString(), version);
     }
 };
 
