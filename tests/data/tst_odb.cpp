@@ -1,7 +1,10 @@
 #include "common/Libro.h"
+#include "data/Componentes.h"
 #include "data/oDB.h"
 
 #include <QtTest>
+#include <cerrno>
+#include <sqlite3.h>
 
 // The recordset of the database component, read from a real book file.
 class TstODB : public QObject
@@ -9,7 +12,32 @@ class TstODB : public QObject
     Q_OBJECT
 private slots:
     void recordset();
+    void motivos_data();
+    void motivos();
 };
+
+// The reasons of an unreadable book and of a failed write, in Spanish; the ones without words of
+// their own keep their code.
+void TstODB::motivos_data()
+{
+    QTest::addColumn<QString>("motivo");
+    QTest::addColumn<QString>("esperado");
+    QTest::newRow("disco lleno") << oDB::MotivoIlegible(SQLITE_FULL, "database or disk is full")
+                                 << "no queda espacio en el disco";
+    QTest::newRow("lectura, código extendido") << oDB::MotivoIlegible(SQLITE_IOERR_READ, "disk I/O error")
+                                               << "error de lectura en el disco";
+    QTest::newRow("otro del motor") << oDB::MotivoIlegible(SQLITE_MISMATCH, "datatype mismatch")
+                                    << "error del motor de datos 20: datatype mismatch";
+    QTest::newRow("sistema, conocido") << oFILES::DescripcionError(EMFILE) << "hay demasiados archivos abiertos";
+    QTest::newRow("sistema, otro") << oFILES::DescripcionError(EXDEV) << QStringLiteral("error del sistema %1").arg(EXDEV);
+}
+
+void TstODB::motivos()
+{
+    QFETCH(QString, motivo);
+    QFETCH(QString, esperado);
+    QCOMPARE(motivo, esperado);
+}
 
 void TstODB::recordset()
 {
