@@ -1,8 +1,10 @@
 #include "ui/common/DialogoCarpetaQt.h"
 
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QPushButton>
 
 namespace {
 
@@ -14,6 +16,28 @@ public:
     QString nueva; // a folder named in the name box that does not exist yet
 
     QLineEdit *CajaNombre() const { return findChild<QLineEdit *>(QStringLiteral("fileNameEdit")); }
+
+    // The folder a name typed in the name box would be, when it is not there yet and the
+    // folder it would go in exists; otherwise the empty text.
+    QString Nueva() const
+    {
+        const QString nombre = CajaNombre() ? CajaNombre()->text().trimmed() : QString();
+        if (nombre.isEmpty())
+            return QString();
+        const QString ruta = QDir::cleanPath(directory().absoluteFilePath(QDir::fromNativeSeparators(nombre)));
+        const QFileInfo info(ruta);
+        return !info.exists() && QFileInfo(info.absolutePath()).isDir() ? ruta : QString();
+    }
+
+    // The standard dialog greys its Choose button for a folder that is not there: it stays
+    // usable for a new one. Run after the dialog's own update, which it corrects.
+    void Habilitar()
+    {
+        auto *botones = findChild<QDialogButtonBox *>(QStringLiteral("buttonBox"));
+        if (QPushButton *elegir = botones ? botones->button(QDialogButtonBox::Open) : nullptr;
+            elegir && !Nueva().isEmpty())
+            elegir->setEnabled(true);
+    }
 
 protected:
     void showEvent(QShowEvent *e) override
@@ -30,15 +54,10 @@ public:
     // here, as long as the folder it would go in exists.
     void accept() override
     {
-        const QString nombre = CajaNombre() ? CajaNombre()->text().trimmed() : QString();
-        if (!nombre.isEmpty()) {
-            const QString ruta = QDir::cleanPath(directory().absoluteFilePath(QDir::fromNativeSeparators(nombre)));
-            const QFileInfo info(ruta);
-            if (!info.exists() && QFileInfo(info.absolutePath()).isDir()) {
-                nueva = ruta;
-                QDialog::accept();
-                return;
-            }
+        nueva = Nueva();
+        if (!nueva.isEmpty()) {
+            QDialog::accept();
+            return;
         }
         QFileDialog::accept();
     }
@@ -58,8 +77,11 @@ QString DialogoCarpetaQt::ElegirCarpeta(const QString &titulo, const QString &ca
     d.setOption(QFileDialog::ShowDirsOnly);
     d.setFileMode(QFileDialog::Directory);
     d.setAcceptMode(QFileDialog::AcceptOpen);
-    if (QLineEdit *caja = d.CajaNombre())
+    if (QLineEdit *caja = d.CajaNombre()) {
+        QObject::connect(caja, &QLineEdit::textChanged, &d, [&d] { d.Habilitar(); }, Qt::QueuedConnection);
         caja->setText(nombreInicial);
+    }
+    QObject::connect(&d, &QFileDialog::directoryEntered, &d, [&d] { d.Habilitar(); }, Qt::QueuedConnection);
     if (d.exec() != QDialog::Accepted)
         return QString();
     return QDir::toNativeSeparators(d.nueva.isEmpty() ? d.selectedFiles().value(0) : d.nueva);
