@@ -9,13 +9,15 @@
 
 namespace banco {
 
-namespace {
-
 double Mediana(std::vector<double> ms)
 {
+    if (ms.empty())
+        return 0;
     std::sort(ms.begin(), ms.end());
     return ms[ms.size() / 2];
 }
+
+namespace {
 
 double Ms(const QElapsedTimer &t) { return t.nsecsElapsed() / 1e6; }
 

@@ -70,6 +70,10 @@ inline long Directo(sqlite3 *db, const QByteArray &sql, std::vector<std::string>
     return Directo(db, sql, celdas, [](sqlite3_stmt *) {});
 }
 
+// The median of the times of a series of runs (the upper one of the two middle times when
+// the runs are even; 0 for none).
+double Mediana(std::vector<double> ms);
+
 // The medians, in milliseconds, of the program's way and of the bare SQLite way.
 struct Medianas {
     double componente = 0;

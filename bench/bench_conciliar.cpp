@@ -120,16 +120,12 @@ int main(int argc, char **argv)
                 cpu.push_back(reloj() - c0);
             }
         }
-        auto mediana_de = [](std::vector<double> v) {
-            std::sort(v.begin(), v.end());
-            return v[v.size() / 2];
-        };
-        const double mediana = mediana_de(tiempos);
-        const double lectura = mediana_de(lecturas);
+        const double mediana = banco::Mediana(tiempos);
+        const double lectura = banco::Mediana(lecturas);
         std::printf("conciliar %s %s: lista de 20000 comprobantes contra %ld facturas: mediana %.0f ms "
                     "(lectura %.0f ms, conciliación %.0f ms; procesador %.0f ms; faltan en el libro %lld, faltan en el archivo %lld, con diferencias %lld, iguales %d) - "
                     "objetivo < 1 s: %s\n",
-                    qPrintable(p.cuit), qPrintable(p.periodo), p.facturas, mediana, lectura, mediana_de(conciliaciones), mediana_de(cpu), qlonglong(r.faltantes.size()),
+                    qPrintable(p.cuit), qPrintable(p.periodo), p.facturas, mediana, lectura, banco::Mediana(conciliaciones), banco::Mediana(cpu), qlonglong(r.faltantes.size()),
                     qlonglong(r.soloEnLibro.size()), qlonglong(r.distintas.size()), r.iguales,
                     mediana < 1000 ? "cumplido" : "NO cumplido");
     });

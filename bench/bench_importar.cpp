@@ -9,6 +9,7 @@
 //
 //   bench_importar [RUNS] [FOLDER...]   RUNS defaults to 9; the folders to the fixture books
 
+#include "Medicion.h"
 #include "data/Esquema.h"
 #include "data/oDB.h"
 #include "import/ImportarAccess.h"
@@ -27,7 +28,8 @@
 
 namespace {
 
-double Mediana(int corridas, const std::function<void()> &f)
+// The median time of f over the runs, in milliseconds, after one warm-up run.
+double Cronometrar(int corridas, const std::function<void()> &f)
 {
     std::vector<double> ms;
     f(); // warm-up: the files in the page cache, as for a second run by the user
@@ -37,8 +39,7 @@ double Mediana(int corridas, const std::function<void()> &f)
         f();
         ms.push_back(double(t.nsecsElapsed()) / 1e6);
     }
-    std::sort(ms.begin(), ms.end());
-    return ms[ms.size() / 2];
+    return banco::Mediana(ms);
 }
 
 // Every row of every table of the Access files of the folder, read and dropped.
@@ -81,6 +82,8 @@ long Copiar(const QString &dir, const Tabla &ivc, const Tabla &iva, int veces)
     QDir().mkpath(dir);
     esquema::CrearBases(dir);
     sqlite3 *db = oDB::clManejo::Abrir(dir + QStringLiteral("/kestrel.mdb"), false);
+    // The cache the import gives its own connection.
+    sqlite3_exec(db, "PRAGMA cache_size = -262144", nullptr, nullptr, nullptr);
     sqlite3_exec(db, "BEGIN", nullptr, nullptr, nullptr);
     long filas = 0;
     QStringList avisos;
@@ -116,21 +119,22 @@ int main(int argc, char **argv)
     QTemporaryDir tmp;
     int n = 0;
     try {
-        const double vacias = Mediana(corridas, [&] {
+        const double vacias = Cronometrar(corridas, [&] {
             const QString d = tmp.filePath(QStringLiteral("vacio%1").arg(n++));
             QDir().mkpath(d);
             esquema::CrearBases(d);
         });
-        std::printf("bench_importar: three empty books made (fixed part): median %.1f ms (%d runs)\n", vacias, corridas);
+        std::printf("importar: tres libros vacíos creados (parte fija): mediana %.1f ms (%d corridas)\n", vacias, corridas);
         for (const QString &origen : carpetas) {
             long filas = 0, facturas = 0;
-            const double lectura = Mediana(corridas, [&] { filas = Leer(origen); });
-            const double total = Mediana(corridas, [&] {
+            const double lectura = Cronometrar(corridas, [&] { filas = Leer(origen); });
+            const double total = Cronometrar(corridas, [&] {
                 const auto r = importar::ImportarAccess(origen, tmp.filePath(QStringLiteral("libro%1").arg(n++)));
                 facturas = r.resumen.facturas;
             });
-            std::printf("bench_importar %s: %ld rows (%ld invoices): import median %.1f ms, of which reading the "
-                        "Access files %.1f ms (%.2f us/row); import less the fixed part %.1f ms = %.2f us/row\n",
+            std::printf("importar %s: %ld filas (%ld facturas): mediana de la importación %.1f ms, de los que la "
+                        "lectura de los archivos de Access es %.1f ms (%.2f us/fila); importación sin la parte fija "
+                        "%.1f ms = %.2f us/fila\n",
                         qPrintable(QDir(origen).dirName()), filas, facturas, total, lectura, lectura * 1000 / filas,
                         total - vacias, (total - vacias) * 1000 / filas);
         }
@@ -149,8 +153,8 @@ int main(int argc, char **argv)
             }
             const double ms = double(t.nsecsElapsed()) / 1e6;
             const double cpu = double(std::clock() - cpu0) * 1000 / CLOCKS_PER_SEC;
-            std::printf("bench_importar reading IVC %d times: %ld rows in %.1f ms = %.2f us/row (processor %.2f us/row)\n",
-                        veces, filas, ms, ms * 1000 / filas, cpu * 1000 / filas);
+            std::printf("importar: lectura de IVC %d %s: %ld filas en %.1f ms = %.2f us/fila (procesador %.2f us/fila)\n",
+                        veces, veces == 1 ? "vez" : "veces", filas, ms, ms * 1000 / filas, cpu * 1000 / filas);
         }
         const Tabla ivc = Cargar(kestrel, QStringLiteral("IVC"));
         const Tabla iva = Cargar(kestrel, QStringLiteral("IVC_DetIVA"));
@@ -162,8 +166,8 @@ int main(int argc, char **argv)
             const double ms = double(t.nsecsElapsed()) / 1e6;
             // The processor time too: on a busy machine the elapsed time is mostly waiting.
             const double cpu = double(std::clock() - cpu0) * 1000 / CLOCKS_PER_SEC;
-            std::printf("bench_importar writing %ld invoices and %ld VAT lines: %.0f ms = %.2f us/row "
-                        "(processor %.0f ms = %.2f us/row)\n",
+            std::printf("importar: escritura de %ld facturas y %ld líneas de IVA: %.0f ms = %.2f us/fila "
+                        "(procesador %.0f ms = %.2f us/fila)\n",
                         long(ivc.filas.size()) * veces, long(iva.filas.size()) * veces, ms, ms * 1000 / filas, cpu,
                         cpu * 1000 / filas);
             QDir(tmp.filePath(QStringLiteral("copia%1").arg(veces))).removeRecursively();

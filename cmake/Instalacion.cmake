@@ -25,7 +25,10 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME ivacompras)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_VENDOR "IVA Compras")
-set(CPACK_PACKAGE_CONTACT "IVA Compras <ivacompras@localhost>")
+# The package's Maintainer field: the program's name alone. The package is built locally, by
+# whoever installs the program, and the program has no public address to write to; a made-up
+# address would only send mail nowhere.
+set(CPACK_PACKAGE_CONTACT "IVA Compras")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Libro IVA Compras de pequeñas empresas de la Argentina")
 set(CPACK_PACKAGE_DESCRIPTION "Lleva el Libro IVA Compras por empresa y período: facturas de compra con IVA \
 por alícuota, percepciones de Ingresos Brutos, proveedores, libro impreso, planilla y archivos para AFIP.")

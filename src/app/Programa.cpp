@@ -1,6 +1,7 @@
 #include "app/Programa.h"
 
 #include "app/core/Sesion.h"
+#include "ui/common/DialogoCarpetaQt.h"
 #include "ui/common/DialogoGuardarQt.h"
 #include "ui/common/MensajesQt.h"
 #include "ui/main/Arranque.h"
@@ -43,6 +44,8 @@ int EjecutarPrograma(int &argc, char **argv, const QString &dirAjustes)
     sesion.mensajes = &mensajes;
     DialogoGuardarQt dialogo;
     sesion.dialogo = &dialogo;
+    DialogoCarpetaQt dialogoCarpeta;
+    sesion.dialogoCarpeta = &dialogoCarpeta;
 
     QPointer<frmMAIN> principal = new frmMAIN(sesion);
     principal->setAttribute(Qt::WA_DeleteOnClose);

@@ -8,7 +8,6 @@
 #include <QRandomGenerator>
 #include <QSysInfo>
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -66,8 +65,19 @@ QString DescripcionError(int error)
         return QStringLiteral("el archivo es demasiado grande");
     case ENAMETOOLONG:
         return QStringLiteral("el nombre es demasiado largo");
+    case EBUSY:
+    case ETXTBSY:
+        return QStringLiteral("el archivo está en uso");
+    case EMFILE:
+    case ENFILE:
+        return QStringLiteral("hay demasiados archivos abiertos");
+    case ENOMEM:
+        return QStringLiteral("no alcanza la memoria");
+    case EEXIST:
+        return QStringLiteral("ya existe un archivo con ese nombre");
     default:
-        return QString::fromLocal8Bit(std::strerror(error));
+        // The system's own text follows the machine's language: the number alone is kept.
+        return QStringLiteral("error del sistema %1").arg(error);
     }
 }
 

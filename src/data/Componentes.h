@@ -75,6 +75,7 @@ private:
     QList<Listo> listos_;
 };
 
-// The reason of a failed file operation (an errno value), in the program's words.
+// The reason of a failed file operation (an errno value), in the program's words; one
+// without words of its own is "error del sistema N".
 QString DescripcionError(int error);
 } // namespace oFILES

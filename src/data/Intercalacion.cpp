@@ -4,7 +4,6 @@
 #include <QStringList>
 #include <QVector>
 #include <algorithm>
-#include <cctype>
 #include <sqlite3.h>
 
 namespace oDB {
@@ -57,14 +56,18 @@ bool Ascii(const void *s, int n)
     return true;
 }
 
+int Minuscula(unsigned char c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; }
+
 int Comparar(void *, int n1, const void *s1, int n2, const void *s2)
 {
-    // Plain ASCII texts need no decoding: their order is that of their small letters.
+    // Plain ASCII texts need no decoding: their order is that of their small letters. The
+    // capitals are folded here rather than by tolower, which follows the process's C locale
+    // (set from the machine's by the windows) and could disagree with the full comparison.
     if (Ascii(s1, n1) && Ascii(s2, n2)) {
         const auto *a = static_cast<const unsigned char *>(s1);
         const auto *b = static_cast<const unsigned char *>(s2);
         for (int i = 0; i < n1 && i < n2; ++i) {
-            const int d = std::tolower(a[i]) - std::tolower(b[i]);
+            const int d = Minuscula(a[i]) - Minuscula(b[i]);
             if (d != 0)
                 return d;
         }
@@ -144,7 +147,8 @@ void PrepararIntercalacion(sqlite3 *db)
 {
     sqlite3_create_collation_v2(db, kIntercalacion, SQLITE_UTF8, nullptr, Comparar, nullptr);
 
-    // Tables whose name column is still declared with the plain case-blind collation.
+    // Tables whose name column is still declared with the plain case-blind collation. A book
+    // already brought to ESPANOL costs two reads of its schema here and is not written.
     QList<QPair<QString, QString>> pendientes;
     for (const Columna &c : kNombres) {
         const QString tabla = QString::fromLatin1(c.tabla);
@@ -158,6 +162,10 @@ void PrepararIntercalacion(sqlite3 *db)
         sql.replace(vieja, QLatin1String(c.columna) + QStringLiteral("\\1") + QLatin1String(kIntercalacion));
         pendientes.append({tabla, sql});
     }
+    // A book that cannot be written now (a read-only folder or disc, a copy on a CD, another
+    // program holding it) keeps its old declaration: it still opens and reads, and its names
+    // sort as they always did, case-blind with the accents after. So a failure here is not
+    // reported; the upgrade is tried again the next time the book is opened.
     if (pendientes.isEmpty() || !Ejecutar(db, QStringLiteral("BEGIN IMMEDIATE")))
         return;
     bool ok = true;

@@ -214,8 +214,20 @@ QString MotivoIlegible(int codigo, const QString &mensaje)
         return QStringLiteral("otro programa lo tiene bloqueado");
     case SQLITE_CANTOPEN:
         return QStringLiteral("no se puede abrir");
+    case SQLITE_FULL:
+        return QStringLiteral("no queda espacio en el disco");
+    case SQLITE_TOOBIG:
+        return QStringLiteral("tiene un dato demasiado grande");
+    case SQLITE_NOMEM:
+        return QStringLiteral("no alcanza la memoria");
+    case SQLITE_NOTFOUND:
+        return QStringLiteral("no se encuentra");
+    case SQLITE_PROTOCOL:
+        return QStringLiteral("no se pudo bloquear el archivo (¿está en una carpeta de red?)");
     default:
-        return mensaje;
+        // The engine's own words are English: they follow the code, for whoever looks it up.
+        return mensaje.isEmpty() ? QStringLiteral("error del motor de datos %1").arg(codigo)
+                                 : QStringLiteral("error del motor de datos %1: %2").arg(codigo).arg(mensaje);
     }
 }
 

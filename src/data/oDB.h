@@ -125,7 +125,8 @@ private:
 };
 
 // Why the engine could not read a file, in the program's words (an engine result code and
-// its own message).
+// its own message). A code without words of its own gives "error del motor de datos N" and
+// the engine's message.
 QString MotivoIlegible(int codigo, const QString &mensaje);
 
 // Registers the SQL functions that the statements use (datevalue, format, val, cdbl, right...).

@@ -119,9 +119,6 @@ TablaImportada CopiarFilas(sqlite3 *db, const QString &archivo, const QString &t
                            QStringList &avisos)
 {
     Base base(db);
-    // A long book is written in one transaction: a cache that holds it spares the pages being
-    // spilled (and synced) before the commit.
-    base.Ejecutar("PRAGMA cache_size = -262144");
     TablaImportada r;
     r.archivo = archivo;
     r.tabla = tabla;
@@ -346,6 +343,10 @@ ResultadoImportacion ImportarAccess(const QString &origen, const QString &destin
             const QString archivo = kArchivos[int(i)];
             const QStringList &tablas = tablasDe[i];
             Base base(nueva + archivo);
+            // A long book is written in one transaction: a cache that holds it (256 MB at most)
+            // spares the pages being spilled (and synced) before the commit. Set on this
+            // connection only, which is closed with the book.
+            base.Ejecutar("PRAGMA cache_size = -262144");
             base.Ejecutar("BEGIN");
             QList<TablaImportada> copiadas;
             for (const QString &t : tablas) {

@@ -67,7 +67,8 @@ ResultadoImportacion ImportarAccess(const QString &origen, const QString &destin
 
 // Copies the rows of origen into the table of the book open in db, inside the caller's
 // transaction, matching the columns as ImportarAccess does; the rows copied (filas is left 0:
-// the caller counts them once committed). Throws oDB::ErrorBD naming the row at fault.
+// the caller counts them once committed). The connection's settings are left as they were.
+// Throws oDB::ErrorBD naming the row at fault.
 TablaImportada CopiarFilas(sqlite3 *db, const QString &archivo, const QString &tabla, const FuenteFilas &origen,
                            QStringList &avisos);
 

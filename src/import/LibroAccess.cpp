@@ -62,6 +62,9 @@ struct LibroAccess::Datos {
 };
 
 struct TablaAccess::Datos {
+    // The book's file stays open while a table of it is read, even after the LibroAccess
+    // that gave the table is gone; the table's definition is freed first.
+    std::shared_ptr<LibroAccess::Datos> libro;
     MdbTableDef *tabla = nullptr;
     MdbHandle *mdb = nullptr;
     QString archivo;
@@ -74,7 +77,7 @@ struct TablaAccess::Datos {
     }
 };
 
-LibroAccess::LibroAccess(const QString &ruta) : d_(std::make_unique<Datos>()), ruta_(ruta)
+LibroAccess::LibroAccess(const QString &ruta) : d_(std::make_shared<Datos>()), ruta_(ruta)
 {
     if (!QFileInfo(ruta).isFile())
         throw ErrorAccess{QStringLiteral("No se encuentra el archivo '%1'.").arg(ruta)};
@@ -121,6 +124,7 @@ TablaAccess LibroAccess::Tabla(const QString &nombre)
             QString::fromUtf8(e->object_name).compare(nombre, Qt::CaseInsensitive) != 0)
             continue;
         auto d = std::make_unique<TablaAccess::Datos>();
+        d->libro = d_;
         d->mdb = d_->mdb;
         d->archivo = QFileInfo(ruta_).fileName();
         d->tabla = mdb_read_table(e);

@@ -35,7 +35,9 @@ struct ColumnaAccess {
 
 class LibroAccess;
 
-// A table being read row by row, in the order of the file.
+// A table being read row by row, in the order of the file. It shares its book's open file:
+// the table may outlive the LibroAccess it came from, and the file is closed when the last of
+// them goes.
 class TablaAccess
 {
 public:
@@ -81,8 +83,9 @@ public:
     TablaAccess Tabla(const QString &nombre);
 
 private:
+    friend class TablaAccess;
     struct Datos;
-    std::unique_ptr<Datos> d_;
+    std::shared_ptr<Datos> d_; // shared with the tables given out
     QString ruta_;
 };
 

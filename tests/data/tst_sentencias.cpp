@@ -1,9 +1,11 @@
 #include "common/Libro.h"
+#include "data/Componentes.h"
 #include "data/Esquema.h"
 #include "data/Intercalacion.h"
 #include "data/oDB.h"
 
 #include <QtTest>
+#include <cerrno>
 #include <sqlite3.h>
 
 // What the book does with the windows' action statements, run through the database component:
@@ -173,6 +175,34 @@ private slots:
         db.Conectar();
         QVERIFY(db.CrearRs(rs, QStringLiteral("select USRSNOMBRE from USR order by USRSNOMBRE")));
         QCOMPARE(rs.GetString(QStringLiteral("|"), QStringLiteral(";")), QStringLiteral("Óptica;Oro;"));
+        // Once brought to the new order, opening the book again writes nothing.
+        QVERIFY(db.CrearRs(rs, QStringLiteral("pragma schema_version")));
+        const QString version = rs.GetString();
+        db.Conectar();
+        QVERIFY(db.CrearRs(rs, QStringLiteral("pragma schema_version")));
+        QCOMPARE(rs.GetString(), version);
+    }
+
+    // The reasons of an unreadable book and of a failed write, in Spanish; the ones without
+    // words of their own keep their code.
+    void motivos_data()
+    {
+        QTest::addColumn<QString>("motivo");
+        QTest::addColumn<QString>("esperado");
+        QTest::newRow("disco lleno") << oDB::MotivoIlegible(SQLITE_FULL, "database or disk is full")
+                                     << "no queda espacio en el disco";
+        QTest::newRow("lectura, código extendido") << oDB::MotivoIlegible(SQLITE_IOERR_READ, "disk I/O error")
+                                                   << "error de lectura en el disco";
+        QTest::newRow("otro del motor") << oDB::MotivoIlegible(SQLITE_MISMATCH, "datatype mismatch")
+                                        << "error del motor de datos 20: datatype mismatch";
+        QTest::newRow("sistema, conocido") << oFILES::DescripcionError(EMFILE) << "hay demasiados archivos abiertos";
+        QTest::newRow("sistema, otro") << oFILES::DescripcionError(EXDEV) << QStringLiteral("error del sistema %1").arg(EXDEV);
+    }
+    void motivos()
+    {
+        QFETCH(QString, motivo);
+        QFETCH(QString, esperado);
+        QCOMPARE(motivo, esperado);
     }
 };
 

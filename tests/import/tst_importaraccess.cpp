@@ -161,10 +161,11 @@ private slots:
     }
     void jet3()
     {
-        jet::LibroAccess libro(kFixturas + QStringLiteral("terceros/testV1997.mdb"));
-        QCOMPARE(libro.Version(), QStringLiteral("Jet 3"));
-        QCOMPARE(libro.Tablas(), (QStringList{"Table1", "Table2", "Table3", "Table4"}));
-        jet::TablaAccess t = libro.Tabla(QStringLiteral("table1"));
+        auto libro = std::make_unique<jet::LibroAccess>(kFixturas + QStringLiteral("terceros/testV1997.mdb"));
+        QCOMPARE(libro->Version(), QStringLiteral("Jet 3"));
+        QCOMPARE(libro->Tablas(), (QStringList{"Table1", "Table2", "Table3", "Table4"}));
+        jet::TablaAccess t = libro->Tabla(QStringLiteral("table1"));
+        libro.reset(); // the table keeps the file open
         QStringList tipos;
         for (const jet::ColumnaAccess &c : t.Columnas())
             tipos << c.nombre + u' ' + c.nombreTipo;

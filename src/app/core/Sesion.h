@@ -12,6 +12,7 @@
 #include <memory>
 
 class DialogoAbrir;
+class DialogoCarpeta;
 class DialogoGuardar;
 class Impresora;
 
@@ -53,6 +54,7 @@ struct Sesion {
     Mensajes *mensajes = nullptr;
     DialogoGuardar *dialogo = nullptr;
     DialogoAbrir *dialogoAbrir = nullptr; // the standard dialog when none is set
+    DialogoCarpeta *dialogoCarpeta = nullptr;
     Impresora *impresora = nullptr;
 
     explicit Sesion(const Ajustes &a = Ajustes()) : ajustes(a) {}

@@ -1,8 +1,18 @@
 #include "ui/main/Arranque.h"
 
-#if defined(IVC_CON_XCB)
 #include <xcb/xcb.h>
-#endif
+
+namespace {
+
+// What can be done without the windows, said after every no-display message.
+QString SinSesionGrafica()
+{
+    return QStringLiteral("El programa necesita una sesión gráfica; sin ella se pueden usar los comandos "
+                          "crear-bases, demo, exportar, imprimir, cuenta, verificar, conciliar e "
+                          "importar-access (man ivacompras los explica).");
+}
+
+} // namespace
 
 bool HayPantalla(const QProcessEnvironment &entorno)
 {
@@ -20,13 +30,12 @@ bool HayPantalla(const QProcessEnvironment &entorno)
 QString MensajeSinPantalla()
 {
     return QStringLiteral("ivacompras: no hay pantalla disponible (DISPLAY y WAYLAND_DISPLAY no "
-                          "están definidas). El programa necesita una sesión gráfica; sin ella "
-                          "se pueden usar los comandos crear-bases, demo, exportar e imprimir.");
+                          "están definidas). ") +
+           SinSesionGrafica();
 }
 
 QString PantallaInalcanzable(const QProcessEnvironment &entorno)
 {
-#if defined(IVC_CON_XCB)
     const QString display = entorno.value(QStringLiteral("DISPLAY"));
     if (display.isEmpty() || !entorno.value(QStringLiteral("WAYLAND_DISPLAY")).isEmpty() ||
         !entorno.value(QStringLiteral("QT_QPA_PLATFORM")).isEmpty())
@@ -39,11 +48,7 @@ QString PantallaInalcanzable(const QProcessEnvironment &entorno)
     if (alcanzable)
         return QString();
     return QStringLiteral("ivacompras: no se puede abrir la pantalla '%1' (DISPLAY): el servidor "
-                          "gráfico no responde. El programa necesita una sesión gráfica; sin ella "
-                          "se pueden usar los comandos crear-bases, demo, exportar e imprimir.")
-        .arg(display);
-#else
-    Q_UNUSED(entorno);
-    return QString();
-#endif
+                          "gráfico no responde. ")
+               .arg(display) +
+           SinSesionGrafica();
 }
