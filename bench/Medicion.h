@@ -5,8 +5,10 @@
 #include "GeneradorLibro.h"
 #include "app/core/DialogoGuardar.h"
 #include "app/core/Servicios.h"
+#include "app/core/Sesion.h"
 
 #include <QByteArray>
+#include <QTemporaryDir>
 #include <sqlite3.h>
 #include <cstdio>
 #include <cstdlib>
@@ -37,6 +39,23 @@ public:
     {
         textos << texto;
         return vb::vbOK;
+    }
+};
+
+// A session on a measured period whose export (F10) goes to "periodo.xls" of a temporary
+// folder, with its settings there too, its save dialog answered and its messages kept.
+struct ExportacionMedida {
+    QTemporaryDir dir;
+    DialogoFijo dialogo;
+    MensajesContados mensajes;
+    std::unique_ptr<Sesion> s;
+
+    ExportacionMedida(const LibroGrande &libro, const PeriodoMedido &p) : s(AbrirSesion(libro, p))
+    {
+        s->ajustes = Ajustes(dir.path());
+        dialogo.ruta = dir.filePath(QStringLiteral("periodo.xls"));
+        s->dialogo = &dialogo;
+        s->mensajes = &mensajes;
     }
 };
 

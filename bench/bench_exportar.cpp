@@ -62,14 +62,10 @@ long PorSQLite(sqlite3 *db, const Sesion &s)
 
 void Medir(const banco::LibroGrande &libro, const banco::PeriodoMedido &p, int corridas, bool objetivo)
 {
-    QTemporaryDir dir;
-    auto s = banco::AbrirSesion(libro, p);
-    s->ajustes = Ajustes(dir.path());
-    banco::DialogoFijo dialogo;
-    dialogo.ruta = dir.filePath(QStringLiteral("periodo.xls"));
-    banco::MensajesContados mensajes;
-    s->dialogo = &dialogo;
-    s->mensajes = &mensajes;
+    banco::ExportacionMedida e(libro, p);
+    Sesion *s = e.s.get();
+    const QTemporaryDir &dir = e.dir;
+    const banco::MensajesContados &mensajes = e.mensajes;
     sqlite3 *db = oDB::clManejo::Abrir(libro.carpeta + QStringLiteral("kestrel.mdb"), false);
 
     // Both sides see every invoice of the period; the files hold one record per invoice.

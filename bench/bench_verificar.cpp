@@ -20,14 +20,8 @@ namespace {
 
 void Medir(const banco::LibroGrande &libro, const banco::PeriodoMedido &p, int corridas, bool objetivo)
 {
-    QTemporaryDir dir;
-    auto s = banco::AbrirSesion(libro, p);
-    s->ajustes = Ajustes(dir.path());
-    banco::DialogoFijo dialogo;
-    dialogo.ruta = dir.filePath(QStringLiteral("periodo.xls"));
-    banco::MensajesContados mensajes;
-    s->dialogo = &dialogo;
-    s->mensajes = &mensajes;
+    banco::ExportacionMedida e(libro, p);
+    Sesion *s = e.s.get();
     QString tab = QStringLiteral("\t");
 
     // Both see every invoice of the period.
