@@ -136,11 +136,11 @@ frmMAIN::frmMAIN(Sesion &s, QWidget *parent) : QWidget(parent), s_(s)
     v->addWidget(Grd, 1);
     v->addLayout(pie);
     v->addWidget(Label2);
-    // The keys of the additions beyond the original help line.
-    lbTeclasNuevas = Etiqueta(QStringLiteral("Verificar [F9] - Conciliar [F8]"), this);
-    lbTeclasNuevas->setObjectName(QStringLiteral("lbTeclasNuevas"));
-    lbTeclasNuevas->setAlignment(Qt::AlignCenter);
-    v->addWidget(lbTeclasNuevas);
+    // A second help line: the keys of the period check and of the reconciliation.
+    lbTeclasRevision = Etiqueta(QStringLiteral("Verificar [F9] - Conciliar [F8]"), this);
+    lbTeclasRevision->setObjectName(QStringLiteral("lbTeclasRevision"));
+    lbTeclasRevision->setAlignment(Qt::AlignCenter);
+    v->addWidget(lbTeclasRevision);
 
     // The grid gets an empty, formatted look until the first load.
     Grd->setCols(grilla::kColumnas);

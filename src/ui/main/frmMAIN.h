@@ -51,7 +51,7 @@ public:
     QLabel *lbINGBRU;
     QLabel *LbTot;
     QLabel *Label2;
-    QLabel *lbTeclasNuevas;
+    QLabel *lbTeclasRevision;
     QLineEdit *txtIMPFuente;
     QLineEdit *txtIMPLinxHoja;
     GrillaFlex *Grd;
