@@ -13,15 +13,13 @@
 int ComandoConciliar(const QStringList &args)
 {
     const QString archivo = Opcion(args, QStringLiteral("--archivo"));
-    const QString formato = Opcion(args, QStringLiteral("--formato"), QStringLiteral("texto"));
-    if (archivo.isEmpty() || (formato != u"texto" && formato != u"csv")) {
+    const std::optional<bool> enCsv = FormatoCsv(args);
+    if (archivo.isEmpty() || !enCsv) {
         std::fprintf(stderr, "uso: ivacompras conciliar --datos DIR --cuit CUIT --periodo MM/AAAA --archivo RUTA "
                              "[--cargar] [--formato texto|csv]\n");
         return 2;
     }
     Sesion s;
-    MensajesConsola mensajes;
-    s.mensajes = &mensajes;
     if (!PrepararSesion(s, args))
         return 2;
     try {
@@ -37,7 +35,7 @@ int ComandoConciliar(const QStringList &args)
             Escribir(stderr, conciliacion::TextoCargados(s, n) + u'\n');
             r = conciliacion::Conciliar(s, lista);
         }
-        Escribir(stdout, conciliacion::Informe(r, formato == u"csv"));
+        Escribir(stdout, conciliacion::Informe(r, *enCsv));
         return r.Coinciden() ? 0 : 1;
     } catch (const recibidos::ErrorLectura &e) {
         Escribir(stderr, e.mensaje + u'\n');

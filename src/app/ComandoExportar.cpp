@@ -37,9 +37,7 @@ int ComandoExportar(const QStringList &args)
         return 2;
     }
     Sesion s{Ajustes(Opcion(args, QStringLiteral("--ajustes")))};
-    MensajesConsola mensajes;
     DialogoRuta dialogo(archivo);
-    s.mensajes = &mensajes;
     s.dialogo = &dialogo;
     if (!PrepararSesion(s, args))
         return 1;

@@ -78,9 +78,7 @@ int ComandoImprimir(const QStringList &args)
     char *argv[] = {nombre, nullptr};
     QGuiApplication app(argc, argv);
 
-    MensajesConsola mensajes;
     Sesion s;
-    s.mensajes = &mensajes;
     if (!PrepararSesion(s, args))
         return 1;
 

@@ -57,15 +57,13 @@ QString Tabla(const QList<QStringList> &filas)
 
 int ComandoVerificar(const QStringList &args)
 {
-    const QString formato = Opcion(args, QStringLiteral("--formato"), QStringLiteral("texto"));
-    if (formato != QLatin1String("texto") && formato != QLatin1String("csv")) {
+    const std::optional<bool> enCsv = FormatoCsv(args);
+    if (!enCsv) {
         std::fprintf(stderr, "uso: ivacompras verificar --datos DIR --cuit CUIT --periodo MM/AAAA "
                              "[--formato texto|csv]\n");
         return 2;
     }
     Sesion s;
-    MensajesConsola mensajes;
-    s.mensajes = &mensajes;
     if (!PrepararSesion(s, args))
         return 2;
     verificacion::Resultado r;
@@ -83,7 +81,7 @@ int ComandoVerificar(const QStringList &args)
                                 .arg(QString::number(r.errores), QString::number(r.avisos),
                                      QString::number(r.facturas), s.NombreUsuario,
                                      conv::Format(s.PeriodoDesde, QStringLiteral("mm/yyyy")));
-    if (formato == QLatin1String("csv")) {
+    if (*enCsv) {
         QString out;
         for (const QStringList &f : filas)
             out += csv::Fila(f);

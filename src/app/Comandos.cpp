@@ -34,6 +34,14 @@ QString Opcion(const QStringList &args, const QString &nombre, const QString &po
 
 bool TieneOpcion(const QStringList &args, const QString &nombre) { return args.contains(nombre); }
 
+std::optional<bool> FormatoCsv(const QStringList &args)
+{
+    const QString formato = Opcion(args, QStringLiteral("--formato"), QStringLiteral("texto"));
+    if (formato == QLatin1String("texto") || formato == QLatin1String("csv"))
+        return formato == QLatin1String("csv");
+    return std::nullopt;
+}
+
 void Escribir(std::FILE *f, const QString &texto)
 {
     std::fputs(texto.toLocal8Bit().constData(), f);
@@ -54,6 +62,10 @@ bool PrepararSesion(Sesion &s, const QStringList &args)
     if (!m.hasMatch() || m.captured(1).toInt() < 1 || m.captured(1).toInt() > 12) {
         Error(QStringLiteral("El periodo debe escribirse MM/AAAA: '%1'.").arg(periodo));
         return false;
+    }
+    if (!s.mensajes) {
+        static MensajesConsola consola;
+        s.mensajes = &consola;
     }
     s.FechaHoy = conv::Hoy();
     s.SeparadorDecimal = QStringLiteral(",");

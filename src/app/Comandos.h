@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <optional>
 #include <cstdio>
 
 struct Sesion;
@@ -20,7 +21,11 @@ void Escribir(std::FILE *f, const QString &texto);
 // proveedores.mdb), --cuit CUIT (a company of USR), --periodo MM/AAAA. Connects both books,
 // fills the company fields from USR and the period bounds. On failure writes the reason to
 // standard error and returns false.
+// Messages the session would show in a window go to standard error, unless the caller set its own.
 bool PrepararSesion(Sesion &s, const QStringList &args);
+
+// --formato texto|csv (texto when absent): true for csv, false for texto, nullopt for anything else.
+std::optional<bool> FormatoCsv(const QStringList &args);
 
 // ivacompras crear-bases DIR
 int ComandoCrearBases(const QStringList &args);
