@@ -41,36 +41,22 @@ int main(int argc, char **argv)
         std::printf("ivacompras %s\n", IVC_VERSION);
         return 0;
     }
-    if (comando == QLatin1String("demo")) {
-        QCoreApplication app(argc, argv);
-        return ComandoDemo(args.mid(1));
-    }
-    if (comando == QLatin1String("crear-bases")) {
-        QCoreApplication app(argc, argv);
-        return ComandoCrearBases(args.mid(1));
-    }
+    // The ledger draws its pages without a screen and makes its own application; every other
+    // command runs under a plain one.
     if (comando == QLatin1String("imprimir"))
         return ComandoImprimir(args.mid(1));
-    if (comando == QLatin1String("cuenta")) {
-        QCoreApplication app(argc, argv);
-        return ComandoCuenta(args.mid(1));
-    }
-    if (comando == QLatin1String("exportar")) {
-        QCoreApplication app(argc, argv);
-        return ComandoExportar(args.mid(1));
-    }
-    if (comando == QLatin1String("verificar")) {
-        QCoreApplication app(argc, argv);
-        return ComandoVerificar(args.mid(1));
-    }
-    if (comando == QLatin1String("importar-access")) {
-        QCoreApplication app(argc, argv);
-        return ComandoImportarAccess(args.mid(1));
-    }
-    if (comando == QLatin1String("conciliar")) {
-        QCoreApplication app(argc, argv);
-        return ComandoConciliar(args.mid(1));
-    }
+    static const struct {
+        const char *nombre;
+        int (*ejecutar)(const QStringList &);
+    } comandos[] = {{"demo", ComandoDemo},           {"crear-bases", ComandoCrearBases},
+                    {"cuenta", ComandoCuenta},       {"exportar", ComandoExportar},
+                    {"verificar", ComandoVerificar}, {"importar-access", ComandoImportarAccess},
+                    {"conciliar", ComandoConciliar}};
+    for (const auto &c : comandos)
+        if (comando == QLatin1String(c.nombre)) {
+            QCoreApplication app(argc, argv);
+            return c.ejecutar(args.mid(1));
+        }
     if (args.isEmpty())
         return EjecutarPrograma(argc, argv, QString());
     if (args.size() == 2 && comando == QLatin1String("--ajustes"))
