@@ -113,4 +113,14 @@ QString BuscarDuplicado(const QString &empresa, const QString &proveedor, const 
            Q(numero);
 }
 
+QString FilasListaPeriodo(const QString &empresa, const QString &periodoDesde)
+{
+    return QStringLiteral("select format(IVCFCOMPRO,'dd/mm/yy') ,IVCSTIPFAC,IVCSNROFAC,PRV.PRVSNRCUIT,"
+                          "PRV.PRVSNOMBRE,format(IVCDGRAVAD,'00.00'),format(IVCDNOGRAV,'00.00'),"
+                          "format(IVARIN,'00.00'),IVCINGBRU,"
+                          "format(IVCDGRAVAD+IVCDNOGRAV+IVARIN+IVCINGBRU,'00.00') as total,ivarin,ivarni "
+                          "from IVC,PRV where IVC.PRVSNRCUIT = PRV.PRVSNRCUIT AND USRSNRCUIT = ") +
+           oDB::Q(empresa) + QStringLiteral(" and IVCFPERIOD = datevalue(") + oDB::Q(periodoDesde) + u')';
+}
+
 } // namespace sentencias

@@ -71,6 +71,11 @@ struct AltaDeProveedor {
 // "INSERT INTO PRV(...) values (...)": the entry date through datevalue('dd/mm/yyyy').
 QString AltaProveedor(const AltaDeProveedor &p);
 
+// The main list's rows: the period's invoices of a company with their supplier's name, dates
+// "dd/mm/yy", amounts "00.00", IIBB as stored and the raw VAT totals last; no order. Enter on a
+// finding reads one invoice's row through the same columns.
+QString FilasListaPeriodo(const QString &empresa, const QString &periodoDesde);
+
 // The duplicate check over all periods: the entry date, invoice date and period of the number.
 QString BuscarDuplicado(const QString &empresa, const QString &proveedor, const QString &numero);
 

@@ -2,39 +2,24 @@
 
 #include "app/core/Sesion.h"
 #include "data/Convenciones.h"
+#include "data/SentenciasFactura.h"
 #include "data/oDB.h"
 #include "ui/invoice/frmMODConcepto.h"
-
-namespace {
-
-// The columns of the main list (dates "dd/mm/yy", amounts "00.00", IIBB as stored, the raw
-// VAT total last), for the one invoice of the key.
-QString SqlFilaFactura(const Sesion &s, const QString &cuitProveedor, const QString &numero)
-{
-    return QStringLiteral("select format(IVCFCOMPRO,'dd/mm/yy') ,IVCSTIPFAC,IVCSNROFAC,PRV.PRVSNRCUIT,"
-                          "PRV.PRVSNOMBRE,format(IVCDGRAVAD,'00.00'),format(IVCDNOGRAV,'00.00'),"
-                          "format(IVARIN,'00.00'),IVCINGBRU,"
-                          "format(IVCDGRAVAD+IVCDNOGRAV+IVARIN+IVCINGBRU,'00.00') as total,ivarin "
-                          "from IVC,PRV where IVC.PRVSNRCUIT = PRV.PRVSNRCUIT AND USRSNRCUIT = ") +
-           oDB::Q(s.CuitUsuario) + QStringLiteral(" and IVCFPERIOD = datevalue(") + oDB::Q(s.PeriodoDesde) +
-           QStringLiteral(") and IVC.PRVSNRCUIT = ") + oDB::Q(cuitProveedor) +
-           QStringLiteral(" and IVCSNROFAC = ") + oDB::Q(numero);
-}
-
-} // namespace
 
 std::optional<FilaFactura> FilaDeFactura(Sesion &s, const QString &cuitProveedor, const QString &numero)
 {
     if (!s.dbLibro)
         throw oDB::ErrorBD{QStringLiteral("La conexión no está abierta."), 3709};
     oDB::Recordset rs;
-    s.dbLibro->setSQL(SqlFilaFactura(s, cuitProveedor, numero));
+    s.dbLibro->setSQL(sentencias::FilasListaPeriodo(s.CuitUsuario, s.PeriodoDesde) +
+                      QStringLiteral(" and IVC.PRVSNRCUIT = ") + oDB::Q(cuitProveedor) +
+                      QStringLiteral(" and IVCSNROFAC = ") + oDB::Q(numero));
     if (!s.dbLibro->CrearRs(rs)) {
         if (!rs.Abierto())
             throw oDB::ErrorBD{s.dbLibro->UltimoError(), -2147217900};
         return std::nullopt;
     }
-    // The cells as the list shows them, read back as Enter on the list reads them.
+    // The row as the main list shows it, read back as Enter on the list reads it.
     const auto celda = [&rs](int c) { return conv::Texto(rs.Fields(c)); };
     const cFORMAT::MAIN formato;
     FilaFactura f;

@@ -2,6 +2,7 @@
 
 #include "app/core/Sesion.h"
 #include "data/Convenciones.h"
+#include "data/SentenciasFactura.h"
 #include "ui/main/GrillaFlex.h"
 
 namespace grilla {
@@ -24,13 +25,8 @@ QString SqlTotalesPeriodo(const Sesion &s)
 
 QString SqlListaPeriodo(const Sesion &s)
 {
-    return QStringLiteral("select format(IVCFCOMPRO,'dd/mm/yy') ,IVCSTIPFAC,IVCSNROFAC,PRV.PRVSNRCUIT,"
-                          "PRV.PRVSNOMBRE,format(IVCDGRAVAD,'00.00'),format(IVCDNOGRAV,'00.00'),"
-                          "format(IVARIN,'00.00'),IVCINGBRU,"
-                          "format(IVCDGRAVAD+IVCDNOGRAV+IVARIN+IVCINGBRU,'00.00') as total,ivarin,ivarni "
-                          "from IVC,PRV where IVC.PRVSNRCUIT = PRV.PRVSNRCUIT AND USRSNRCUIT = ") +
-           oDB::Q(s.CuitUsuario) + QStringLiteral(" and IVCFPERIOD = datevalue(") +
-           oDB::Q(s.PeriodoDesde) + QStringLiteral(") order by IVCFCOMPRO,val(IVCSNROFAC)");
+    return sentencias::FilasListaPeriodo(s.CuitUsuario, s.PeriodoDesde) +
+           QStringLiteral(" order by IVCFCOMPRO,val(IVCSNROFAC)");
 }
 
 QString SqlEliminarDetIVA(const QString &nroFac, const QString &cuitPrv, const QString &cuitUsr)
