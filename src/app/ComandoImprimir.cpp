@@ -13,8 +13,6 @@
 
 namespace {
 
-void Error(const QString &texto) { Escribir(stderr, texto + u'\n'); }
-
 // The largest font size the command takes: beyond it one ledger line is meters wide.
 constexpr int kFuenteMaxima = 72;
 

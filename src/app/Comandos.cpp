@@ -12,8 +12,6 @@
 #include <cstdio>
 
 namespace {
-void Error(const QString &texto) { Escribir(stderr, texto + u'\n'); }
-
 QString Carpeta(const QString &dir)
 {
     QString c = QDir(dir).absolutePath();
@@ -47,6 +45,8 @@ void Escribir(std::FILE *f, const QString &texto)
     std::fputs(texto.toLocal8Bit().constData(), f);
     std::fflush(f);
 }
+
+void Error(const QString &texto) { Escribir(stderr, texto + u'\n'); }
 
 bool PrepararSesion(Sesion &s, const QStringList &args)
 {

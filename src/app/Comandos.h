@@ -15,6 +15,8 @@ QString Opcion(const QStringList &args, const QString &nombre, const QString &po
 bool TieneOpcion(const QStringList &args, const QString &nombre);
 // Writes the text to a standard stream (stdout, stderr) in the local encoding, at once.
 void Escribir(std::FILE *f, const QString &texto);
+// A line of the command's own to standard error: what a window would show in a box.
+void Error(const QString &texto);
 
 // Prepares a session for a command that works on one company and period, as the company and
 // period window would: --datos DIR (folder of personal.mdb and kestrel.mdb, also of
