@@ -19,7 +19,6 @@ private slots:
     {
         QTest::addColumn<QString>("variable");
         QTest::addColumn<bool>("hay");
-        QTest::newRow("nada") << QString() << false;
         QTest::newRow("DISPLAY vacia") << "DISPLAY=" << false;
         QTest::newRow("otra variable") << "HOME=/root" << false;
         QTest::newRow("X11") << "DISPLAY=:0" << true;
@@ -63,8 +62,8 @@ private slots:
         QFETCH(int, tecla);
         QFETCH(int, respuesta);
         QFETCH(QString, titulo);
-        QString texto, tituloVisto;
-        int iconoVisto = -1, botonesVistos = 0, ancho = 0;
+        QString visto; // text|title|icon|buttons
+        int ancho = 0;
         // The box is read and answered once it is up; one that never comes up as the modal
         // window is closed after a while, and the comparisons below fail.
         QTimer espera;
@@ -79,11 +78,8 @@ private slots:
             if (!box)
                 return;
             espera.stop();
-            texto = box->text();
-            tituloVisto = box->windowTitle();
+            visto = QStringLiteral("%1|%2|%3|%4").arg(box->text(), box->windowTitle()).arg(box->icon()).arg(box->standardButtons().toInt());
             ancho = box->width();
-            iconoVisto = box->icon();
-            botonesVistos = box->standardButtons().toInt();
             QTest::keyClick(box, Qt::Key(tecla));
             if (box->isVisible())
                 box->done(0);
@@ -91,14 +87,11 @@ private slots:
         espera.start();
         MensajesQt m;
         QCOMPARE(m.MsgBox(QStringLiteral("Falta algo.\r\n\r\nVerifique <b>"), estilo, titulo), respuesta);
-        QCOMPARE(texto, QStringLiteral("Falta algo.\n\nVerifique <b>"));
-        QCOMPARE(tituloVisto, titulo);
+        QCOMPARE(visto, QStringLiteral("Falta algo.\n\nVerifique <b>|%1|%2|%3").arg(titulo).arg(icono).arg(botones));
         QFont negrita = QApplication::font();
         negrita.setBold(true);
-        const QString visto = titulo.isEmpty() ? QStringLiteral("IVA Compras") : titulo;
-        QVERIFY2(ancho >= QFontMetrics(negrita).horizontalAdvance(visto) + 120, qPrintable(QString::number(ancho)));
-        QCOMPARE(iconoVisto, icono);
-        QCOMPARE(botonesVistos, botones);
+        const QString barra = titulo.isEmpty() ? QStringLiteral("IVA Compras") : titulo;
+        QVERIFY2(ancho >= QFontMetrics(negrita).horizontalAdvance(barra) + 120, qPrintable(QString::number(ancho)));
     }
 };
 

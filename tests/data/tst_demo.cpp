@@ -27,7 +27,6 @@ private slots:
         QTest::addColumn<int>("cuerpo");
         QTest::addColumn<QString>("esperado");
         QTest::newRow("company") << 30 << 71234567 << "30712345671";
-        QTest::newRow("person") << 20 << 12345678 << "20123456786";
         QTest::newRow("remainder 0 gives digit 0") << 20 << 6 << "20000000060";
         QTest::newRow("remainder 1 has no digit") << 20 << 1 << "";
     }
@@ -103,9 +102,7 @@ private slots:
         // The opened period shows every voucher type, the unknown one and the earlier-scheme invoice.
         QVERIFY(s.dbLibro->CrearRs(rs, QStringLiteral("select count(*) as cant, count(distinct IVCSTIPFAC) as tipos, sum(IVCINGBRU = 150) as previa from IVC where USRSNRCUIT = %1 and IVCFPERIOD = datevalue('%2')")
                                            .arg(oDB::Q(s.CuitUsuario), s.PeriodoDesde)));
-        QCOMPARE(rs(QStringLiteral("cant")).toInt(), resumen.propuesto.facturas);
-        QCOMPARE(rs(QStringLiteral("tipos")).toInt(), 9);
-        QCOMPARE(rs(QStringLiteral("previa")).toInt(), 1);
+        QCOMPARE(rs.GetString(), QStringLiteral("%1\t9\t1\r").arg(resumen.propuesto.facturas));
         QVERIFY(resumen.Texto().contains(QStringLiteral("Facturas: %1").arg(resumen.facturas)));
     }
     void mismoLibroCadaVez()
@@ -124,7 +121,6 @@ private slots:
     {
         QVERIFY_THROWS_EXCEPTION(oDB::ErrorBD, demo::CrearDemo(dir));
         QCOMPARE(Uno(QStringLiteral("select count(*) from IVC")), QString::number(resumen.facturas));
-
         // One book file is enough to refuse, and nothing is added beside it.
         QTemporaryDir otra;
         QFile f(otra.filePath(QStringLiteral("kestrel.mdb")));
