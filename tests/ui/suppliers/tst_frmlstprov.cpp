@@ -262,18 +262,16 @@ private slots:
         QCOMPARE(prov->txtNombre->text(), QStringLiteral("Nz"));
         Teclas({Qt::Key_F11});
         const QStringList orden = {"Lácteos La Cañada", "Limpieza Cristalina", "Nutria", "Nz", "Ñandú", "Oasis"};
-        QStringList nombres;
+        QStringList grilla, combo;
         for (int f = 0; f < prov->cGRID->rowCount(); ++f)
-            nombres << prov->cGRID->item(f, 1)->text();
-        QCOMPARE(nombres, orden);
+            grilla << prov->cGRID->item(f, 1)->text();
         Teclas({Qt::Key_Escape});
         QTRY_VERIFY(!abierta());
 
         frmADDConcepto factura(libro->S(), &principal);
-        nombres.clear();
         for (int i = 0; i < factura.cboProv->count(); ++i)
-            nombres << factura.cboProv->itemText(i);
-        QCOMPARE(nombres, orden);
+            combo << factura.cboProv->itemText(i);
+        QCOMPARE(QList({grilla, combo}), QList({orden, orden}));
         QCOMPARE(factura.cboIdProv->itemText(3), QStringLiteral("30-9"));
     }
 };
