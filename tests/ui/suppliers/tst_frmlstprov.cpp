@@ -97,30 +97,29 @@ private slots:
         QCOMPARE(w->txtCUIT->text() + w->txtContacto->text(), QString());
     }
 
-    void faltaCuitONombre_data()
+    // An insert refused: the message, nothing written, still inserting.
+    void altaRechazada_data()
     {
+        QTest::addColumn<QStringList>("existentes");
         QTest::addColumn<QString>("cuit");
         QTest::addColumn<QString>("nombre");
-        QTest::newRow("nombre de blancos") << QStringLiteral("30-1") << QStringLiteral("   ");
-        QTest::newRow("sin nombre") << QStringLiteral("30-1") << QString();
-        QTest::newRow("cuit de blancos") << QStringLiteral("  ") << QStringLiteral("Acme");
+        QTest::addColumn<QString>("mensaje"); // how the message starts, and its icon
+        const QString falta = Con(QStringLiteral("Debe ingresar como mínimo CUIT y NOMBRE."), vb::vbInformation);
+        QTest::newRow("nombre de blancos") << QStringList() << "30-1" << "   " << falta;
+        QTest::newRow("sin nombre") << QStringList() << "30-1" << "" << falta;
+        QTest::newRow("cuit de blancos") << QStringList() << "  " << "Acme" << falta;
+        QTest::newRow("cuit repetido") << QStringList{"30-1|Beta"} << "30-1" << "Otro" << "Ya existe un proveedor con ese CUIT.";
     }
-    void faltaCuitONombre()
+    void altaRechazada()
     {
+        QFETCH(QStringList, existentes);
         QFETCH(QString, cuit);
         QFETCH(QString, nombre);
-        Abrir();
+        QFETCH(QString, mensaje);
+        Abrir(existentes);
         Teclas({Qt::Key_Insert, cuit, Qt::Key_Return, nombre, Qt::Key_F11});
-        QCOMPARE(Aviso(), Con(QStringLiteral("Debe ingresar como mínimo CUIT y NOMBRE."), vb::vbInformation));
-        QCOMPARE(QPair(libro->Contar(QStringLiteral("PRV")), w->Estado()), QPair(0L, 1));
-    }
-
-    void cuitRepetido()
-    {
-        Abrir({QStringLiteral("30-1|Beta")});
-        Teclas({Qt::Key_Insert, "30-1", Qt::Key_Return, "Otro", Qt::Key_F11});
-        QVERIFY2(M().Ultimo().contains(QStringLiteral("Ya existe un proveedor con ese CUIT.")), qPrintable(M().Ultimo()));
-        QCOMPARE(QPair(Proveedores().size(), w->Estado()), QPair(qsizetype(1), 1));
+        QVERIFY2(Aviso().startsWith(mensaje), qPrintable(Aviso()));
+        QCOMPARE(QPair(Proveedores().size(), w->Estado()), QPair(existentes.size(), 1));
     }
 
     // The update trims every value; the CUIT cannot be changed.
