@@ -29,16 +29,14 @@ private slots:
         QTest::addColumn<QString>("cuit");
         QTest::addColumn<QString>("periodo");
         QTest::addColumn<QString>("propuesta");
-        QTest::addColumn<QString>("elegido"); // the session's period once confirmed
-        QTest::addColumn<QString>("hasta");
+        QTest::addColumn<QString>("elegido"); // the session's period once confirmed, and its end
         // Today is 21/11/2026. The period confirmed is written without a leading zero on the month.
-        QTest::newRow("primera vez") << "" << "" << "Alfa SA NOVIEMBRE 2026" << "01/11/2026" << "30/11/2026";
-        QTest::newRow("empresa que ya no existe") << "99-9" << "15/03/2005" << "Alfa SA NOVIEMBRE 2026" << "01/11/2026"
-                                                  << "30/11/2026";
-        QTest::newRow("empresa sin periodo") << kBeta << "" << "Beta SRL ENERO 1990" << "01/1/1990" << "31/01/1990";
-        QTest::newRow("periodo no fecha") << kBeta << "13/13/2005" << "Beta SRL ENERO 1990" << "01/1/1990" << "31/01/1990";
+        QTest::newRow("primera vez") << "" << "" << "Alfa SA NOVIEMBRE 2026" << "01/11/2026-30/11/2026";
+        QTest::newRow("empresa que ya no existe") << "99-9" << "15/03/2005" << "Alfa SA NOVIEMBRE 2026" << "01/11/2026-30/11/2026";
+        QTest::newRow("empresa sin periodo") << kBeta << "" << "Beta SRL ENERO 1990" << "01/1/1990-31/01/1990";
+        QTest::newRow("periodo no fecha") << kBeta << "13/13/2005" << "Beta SRL ENERO 1990" << "01/1/1990-31/01/1990";
         // December ends on 31 December of the previous year.
-        QTest::newRow("diciembre") << kBeta << "15/12/2025" << "Beta SRL DICIEMBRE 2025" << "01/12/2025" << "31/12/2024";
+        QTest::newRow("diciembre") << kBeta << "15/12/2025" << "Beta SRL DICIEMBRE 2025" << "01/12/2025-31/12/2024";
     }
     void arranque()
     {
@@ -46,7 +44,6 @@ private slots:
         QFETCH(QString, periodo);
         QFETCH(QString, propuesta);
         QFETCH(QString, elegido);
-        QFETCH(QString, hasta);
         libro->Recordar(cuit, periodo);
         frmMAIN w(libro->S());
         QString visto;
@@ -57,10 +54,10 @@ private slots:
         QVERIFY(w.Form_Load());
         QCOMPARE(visto, propuesta);
         const Sesion &s = libro->S();
-        QCOMPARE((QStringList{s.Periodo, s.PeriodoHasta, w.lbUSRSNOMBR->text(), w.lbIVCFPERIOD->text(), w.lbFecha->text(),
+        QCOMPARE((QStringList{s.Periodo + u'-' + s.PeriodoHasta, w.lbUSRSNOMBR->text(), w.lbIVCFPERIOD->text(), w.lbFecha->text(),
                               w.txtIMPFuente->text() + u'/' + w.txtIMPLinxHoja->text(), Recordado("USRSNROCUIT")}),
-                 (QStringList{elegido, hasta, propuesta.section(u' ', 0, 1), elegido, conv::FechaLarga(QDate(2026, 11, 21)),
-                              "9/30", s.CuitUsuario}));
+                 (QStringList{elegido, propuesta.section(u' ', 0, 1), elegido.section(u'-', 0, 0),
+                              conv::FechaLarga(QDate(2026, 11, 21)), "9/30", s.CuitUsuario}));
     }
     // At start-up the company and period window is walked round with Enter, its year moved by the
     // spin bar, and left with Esc: the program ends without showing the main window.
