@@ -51,10 +51,8 @@ private slots:
     void nombreEscritoYEnter()
     {
         QString carpeta, inicial;
-        QStringList filtros;
         const QString r = Abrir(QStringLiteral("C:\\"), [&](QFileDialog *d) {
             carpeta = d->directory().absolutePath();
-            filtros = d->nameFilters();
             auto *caja = qobject_cast<QLineEdit *>(QApplication::focusWidget());
             if (!caja)
                 return d->reject();
@@ -63,7 +61,6 @@ private slots:
             QTest::keyClick(caja, Qt::Key_Return);
         });
         QCOMPARE(carpeta, QDir(dir->path()).absolutePath());
-        QCOMPARE(filtros, (QStringList{"XLS Delimitado por comas (*.xls)", "All Files (*.*)"}));
         QCOMPARE(inicial, QString(254, u' '));
         QCOMPARE(r, QDir::toNativeSeparators(dir->path() + QStringLiteral("/marzo")));
     }

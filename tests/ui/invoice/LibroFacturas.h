@@ -75,6 +75,9 @@ protected:
         principal = PrincipalContador();
     }
     MensajesGuion &Msg() { return libro->Mensajes(); }
+    // The last message and its icon, as "text|style".
+    QString Aviso() { return Msg().Ultimo() + u'|' + QString::number(Msg().UltimoEstilo()); }
+    static QString Con(const QString &texto, int estilo) { return texto + u'|' + QString::number(estilo); }
     QStringList Filas(const QString &sql) const { return libro->Filas(sql); }
     long Contar(const QString &tabla, const QString &where = QString()) const { return libro->Contar(tabla, where); }
 

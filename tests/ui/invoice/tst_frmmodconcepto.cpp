@@ -39,8 +39,7 @@ private slots:
         Campo(w->TxtGrav, QStringLiteral("0"));
         Campo(w->TxtFecha, QStringLiteral("05'10"));
         Tecla(Qt::Key_F11);
-        QCOMPARE(Msg().UltimoEstilo(), int(vb::vbCritical));
-        QVERIFY(Msg().Ultimo().endsWith(QStringLiteral(" - seccion [MORLA.frmModConcepto.IVAValidad]")));
+        QVERIFY(Aviso().endsWith(Con(QStringLiteral(" - seccion [MORLA.frmModConcepto.IVAValidad]"), vb::vbCritical)));
         QVERIFY(!w->Guardado());
         QCOMPARE(Cabecera().value(0), QStringLiteral("30700000011|01/10/2026|05/10/2026|0001-5|100|21"));
 
@@ -48,12 +47,11 @@ private slots:
         Campo(w->TxtFecha, QStringLiteral("05/10/26"));
         Tecla(Qt::Key_F11);
         QCOMPARE(Cabecera(), QStringList{QStringLiteral("30700000011|01/11/2026|05/10/2026|0001-5|100|21")});
-        QCOMPARE(principal.recargas, 3); // every F11 reloads the main window, whatever the save did
-        QCOMPARE(principal.totales, 3);
+        // Every F11 reloads the main window, whatever the save did.
+        QCOMPARE(QPair(principal.recargas, principal.totales), QPair(3, 3));
         QVERIFY(w->isVisible());
         Tecla(Qt::Key_Escape);
-        QVERIFY(!w->isVisible());
-        QVERIFY(Msg().mostrados.isEmpty());
+        QVERIFY(!w->isVisible() && Msg().mostrados.isEmpty());
         QCOMPARE(principal.recargas, 4);
     }
 
@@ -82,8 +80,7 @@ private slots:
                               w->TxtFecha->text(), w->txtDescripcion->text(), w->cboMES->currentText(), w->TxtYear->text()}),
                  (QStringList{"Acme", kAcme, "B", "05/10/26", "servicio", "NOVIEMBRE", "2026"}));
         QCOMPARE(w->cboGravadoIVA->count() + w->cboGravadoIngBru->count(), 0);
-        QVERIFY(!w->TxtNumero->isReadOnly());
-        QVERIFY(w->cboProv->isEnabled());
+        QVERIFY(!w->TxtNumero->isReadOnly() && w->cboProv->isEnabled());
         QCOMPARE(Foco(), w->cboProv);
         QCOMPARE(w->lbTotalFactura->text(), QStringLiteral("05,00"));
         QCOMPARE(Cabecera(), QStringList{QStringLiteral("30700000011|01/10/2026|05/10/2026|0001-5|100|0")});
@@ -94,9 +91,8 @@ private slots:
         Campo(w->TxtGrav, QStringLiteral("0"));
         Campo(w->TxtNumero, QStringLiteral("0001-6"));
         Tecla(Qt::Key_F11);
-        QCOMPARE(Msg().Ultimo(), QStringLiteral("Este Numero de factura ya fue cargada [ 0001-6 ]\r\n"
-                                                "EL DIA 01/11/2026\r\nFECHA DE FACTURA 02/09/2026\r\nEL PERIODO 09/2026"));
-        QCOMPARE(Msg().UltimoEstilo(), int(vb::vbExclamation));
+        QCOMPARE(Aviso(), Con(QStringLiteral("Este Numero de factura ya fue cargada [ 0001-6 ]\r\n"
+                                             "EL DIA 01/11/2026\r\nFECHA DE FACTURA 02/09/2026\r\nEL PERIODO 09/2026"), vb::vbExclamation));
         QVERIFY(!w->Guardado());
         QCOMPARE(Contar(QStringLiteral("IVC"), QStringLiteral("IVCSNROFAC = '0001-5'")), 1L);
 
@@ -138,11 +134,9 @@ private slots:
         QCOMPARE(w->TxtYear->text(), QStringLiteral("2025"));
         QVERIFY(TabHasta(w->cmdCambiarPeriodo));
         Tecla(Qt::Key_Return);
-        QCOMPARE(Msg().Ultimo(), QStringLiteral("Se ha cambiado CORRECTAMENTE el período"));
-        QCOMPARE(Msg().UltimoEstilo(), int(vb::vbInformation));
+        QCOMPARE(Aviso(), Con(QStringLiteral("Se ha cambiado CORRECTAMENTE el período"), vb::vbInformation));
         QCOMPARE(Cabecera(), QStringList{QStringLiteral("30700000011|01/03/2025|05/10/2026|0001-5|100|21")});
-        QVERIFY(!w->isVisible());
-        QCOMPARE(principal.recargas, 1);
+        QCOMPARE(QPair(w->isVisible(), principal.recargas), QPair(false, 1));
     }
 
     // "Cerrar" asks when nothing was saved and deletes nothing; Esc closes without asking.
@@ -155,14 +149,12 @@ private slots:
         QCOMPARE(Msg().mostrados.size(), 1); // the question, as on the add window
         QVERIFY(w->isVisible());
         Tecla(Qt::Key_Return);
-        QVERIFY(!w->isVisible());
-        QCOMPARE(Contar(QStringLiteral("IVC_Gravado")), 1L);
+        QCOMPARE(QPair(w->isVisible(), Contar(QStringLiteral("IVC_Gravado"))), QPair(false, 1L));
 
         Msg().Limpiar();
         auto w2 = Modificar(100, 21, 0);
         Tecla(Qt::Key_Escape);
-        QVERIFY(!w2->isVisible());
-        QVERIFY(Msg().mostrados.isEmpty());
+        QVERIFY(!w2->isVisible() && Msg().mostrados.isEmpty());
         QCOMPARE(principal.recargas, 0);
     }
 

@@ -57,12 +57,3 @@ inline void ArrancarYMostrar(frmMAIN &w)
     w.show();
     QVERIFY(QTest::qWaitForWindowExposed(&w));
 }
-
-// Replaces the text of a field through the keyboard.
-inline void Escribir(QLineEdit *txt, const QString &texto)
-{
-    txt->setFocus();
-    QTest::keyClick(txt, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(txt, Qt::Key_Backspace);
-    QTest::keyClicks(txt, texto);
-}

@@ -110,9 +110,8 @@ private slots:
         frmMAIN w(libro->S());
         ArrancarYMostrar(w);
         AlAbrirse<frmADDConcepto>([&](frmADDConcepto &a) {
-            QCOMPARE(a.cboProv->currentText(), largo);
-            QCOMPARE(a.cboProv->toolTip(), largo);
-            QCOMPARE(a.cboProv->itemData(0, Qt::ToolTipRole).toString(), largo);
+            QCOMPARE((QStringList{a.cboProv->currentText(), a.cboProv->toolTip(), a.cboProv->itemData(0, Qt::ToolTipRole).toString()}),
+                     QStringList(3, largo));
             // The drop-down shows the entry whole.
             const int pantalla = a.screen()->availableGeometry().width() - 40;
             QVERIFY(a.cboProv->view()->minimumWidth() >= std::min(a.cboProv->fontMetrics().horizontalAdvance(largo), pantalla));

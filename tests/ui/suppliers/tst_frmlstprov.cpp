@@ -48,6 +48,9 @@ class TstFrmLSTPROV : public QObject
                                            "PRVSEMAIL, PRVSCONTAC, PRVFALTA from PRV order by PRVSNRCUIT"));
     }
     MensajesGuion &M() { return libro->Mensajes(); }
+    // The last message and its icon, as "text|style".
+    QString Aviso() { return M().Ultimo() + u'|' + QString::number(M().UltimoEstilo()); }
+    static QString Con(const QString &texto, int estilo) { return texto + u'|' + QString::number(estilo); }
     static void Activar(QWidget *v)
     {
         v->activateWindow();
@@ -69,8 +72,7 @@ private slots:
         QCOMPARE(QApplication::focusWidget(), w->cGRID);
         Teclas({Qt::Key_Return, Qt::Key_Delete, Qt::Key_F11});
         QCOMPARE(w->Estado(), 0);
-        QVERIFY(!w->Frame1->isVisible());
-        QVERIFY(M().mostrados.isEmpty());
+        QVERIFY(!w->Frame1->isVisible() && M().mostrados.isEmpty());
     }
 
     void agregarConElTeclado()
@@ -85,8 +87,7 @@ private slots:
         QCOMPARE(QApplication::focusWidget(), w->txtCUIT);
         Teclas({"30-3", Qt::Key_Return, "Charly", Qt::Key_Return, "Calle 1", Qt::Key_Return, "555", Qt::Key_Return,
                 "c@c.com", Qt::Key_Return, "Ana", Qt::Key_F11});
-        QCOMPARE(M().Ultimo(), kGuardado);
-        QCOMPARE(M().UltimoEstilo(), int(vb::vbInformation));
+        QCOMPARE(Aviso(), Con(kGuardado, vb::vbInformation));
         QCOMPARE(Proveedores().at(2), QStringLiteral("[30-3]|[Charly]|Calle 1|555|c@c.com|Ana|21/11/2026"));
         // Back to browse: the grid reloaded in name order, the fields emptied.
         QCOMPARE(w->Estado(), 0);
@@ -96,33 +97,29 @@ private slots:
         QCOMPARE(w->txtCUIT->text() + w->txtContacto->text(), QString());
     }
 
-    void faltaCuitONombre_data()
+    // An insert refused: the message, nothing written, still inserting.
+    void altaRechazada_data()
     {
+        QTest::addColumn<QStringList>("existentes");
         QTest::addColumn<QString>("cuit");
         QTest::addColumn<QString>("nombre");
-        QTest::newRow("nombre de blancos") << QStringLiteral("30-1") << QStringLiteral("   ");
-        QTest::newRow("sin nombre") << QStringLiteral("30-1") << QString();
-        QTest::newRow("cuit de blancos") << QStringLiteral("  ") << QStringLiteral("Acme");
+        QTest::addColumn<QString>("mensaje"); // how the message starts, and its icon
+        const QString falta = Con(QStringLiteral("Debe ingresar como mínimo CUIT y NOMBRE."), vb::vbInformation);
+        QTest::newRow("nombre de blancos") << QStringList() << "30-1" << "   " << falta;
+        QTest::newRow("sin nombre") << QStringList() << "30-1" << "" << falta;
+        QTest::newRow("cuit de blancos") << QStringList() << "  " << "Acme" << falta;
+        QTest::newRow("cuit repetido") << QStringList{"30-1|Beta"} << "30-1" << "Otro" << "Ya existe un proveedor con ese CUIT.";
     }
-    void faltaCuitONombre()
+    void altaRechazada()
     {
+        QFETCH(QStringList, existentes);
         QFETCH(QString, cuit);
         QFETCH(QString, nombre);
-        Abrir();
+        QFETCH(QString, mensaje);
+        Abrir(existentes);
         Teclas({Qt::Key_Insert, cuit, Qt::Key_Return, nombre, Qt::Key_F11});
-        QCOMPARE(M().Ultimo(), QStringLiteral("Debe ingresar como mínimo CUIT y NOMBRE."));
-        QCOMPARE(M().UltimoEstilo(), int(vb::vbInformation));
-        QCOMPARE(libro->Contar(QStringLiteral("PRV")), 0L);
-        QCOMPARE(w->Estado(), 1);
-    }
-
-    void cuitRepetido()
-    {
-        Abrir({QStringLiteral("30-1|Beta")});
-        Teclas({Qt::Key_Insert, "30-1", Qt::Key_Return, "Otro", Qt::Key_F11});
-        QVERIFY2(M().Ultimo().contains(QStringLiteral("Ya existe un proveedor con ese CUIT.")), qPrintable(M().Ultimo()));
-        QCOMPARE(Proveedores().size(), 1);
-        QCOMPARE(w->Estado(), 1);
+        QVERIFY2(Aviso().startsWith(mensaje), qPrintable(Aviso()));
+        QCOMPARE(QPair(Proveedores().size(), w->Estado()), QPair(existentes.size(), 1));
     }
 
     // The update trims every value; the CUIT cannot be changed.
@@ -153,13 +150,11 @@ private slots:
         const QStringList insertado{QStringLiteral("[  30-5 ]|[ Beta ]|||||21/11/2026")};
         QCOMPARE(Proveedores(), insertado);
 
+        M().Limpiar();
         Tecla(Qt::Key_Return);
         QCOMPARE(w->txtCUIT->text(), QStringLiteral("  30-5 "));
-        Teclas({"Gamma"});
-        M().Limpiar();
-        Tecla(Qt::Key_F11);
-        QVERIFY(M().mostrados.isEmpty());
-        QCOMPARE(w->Estado(), 2);
+        Teclas({"Gamma", Qt::Key_F11});
+        QCOMPARE(QPair(M().mostrados.size(), w->Estado()), QPair(qsizetype(0), 2));
         QCOMPARE(Proveedores(), insertado);
     }
 
@@ -169,8 +164,7 @@ private slots:
         Tecla(Qt::Key_Up);
         M().Responder(vb::vbNo);
         Tecla(Qt::Key_Delete);
-        QCOMPARE(M().Ultimo(), QStringLiteral("Confirma eliminar el Proveedor seleccionado con el CUIT 30-2"));
-        QCOMPARE(M().UltimoEstilo(), int(vb::vbYesNo | vb::vbQuestion));
+        QCOMPARE(Aviso(), Con(QStringLiteral("Confirma eliminar el Proveedor seleccionado con el CUIT 30-2"), vb::vbYesNo | vb::vbQuestion));
         QCOMPARE(libro->Contar(QStringLiteral("PRV")), 3L);
 
         Tecla(Qt::Key_Delete);
@@ -183,14 +177,11 @@ private slots:
         M().Limpiar();
         Tecla(Qt::Key_Delete);
         QCOMPARE(M().mostrados.size(), 2);
-        QCOMPARE(M().Ultimo(), QStringLiteral("No se pudo eliminar el Proveedor seleccionado"));
-        QCOMPARE(M().UltimoEstilo(), int(vb::vbExclamation));
+        QCOMPARE(Aviso(), Con(QStringLiteral("No se pudo eliminar el Proveedor seleccionado"), vb::vbExclamation));
         QCOMPARE(w->FilasGrilla(), 3);
         Tecla(Qt::Key_Return);
-        QCOMPARE(M().Ultimo(), QStringLiteral("No se encontro la información para el proveedor seleccionado"));
-        QCOMPARE(M().UltimoEstilo(), int(vb::vbExclamation));
-        QCOMPARE(w->Estado(), 2);
-        QCOMPARE(w->txtCUIT->text(), QString());
+        QCOMPARE(Aviso(), Con(QStringLiteral("No se encontro la información para el proveedor seleccionado"), vb::vbExclamation));
+        QCOMPARE(QString::number(w->Estado()) + w->txtCUIT->text(), QStringLiteral("2"));
     }
 
     // No value is escaped: an apostrophe fails the save with the error report, nothing changes.
@@ -214,8 +205,7 @@ private slots:
         Teclas({Qt::Key_End, "O'Hara", Qt::Key_F11});
 
         QCOMPARE(M().mostrados.size(), 1);
-        QVERIFY(M().Ultimo().endsWith(QStringLiteral("Seccion [frmLSTPROV.lpGuardar]")));
-        QCOMPARE(M().UltimoEstilo(), int(vb::vbCritical));
+        QVERIFY(Aviso().endsWith(Con(QStringLiteral("Seccion [frmLSTPROV.lpGuardar]"), vb::vbCritical)));
         QCOMPARE(w->Estado(), modificar ? 2 : 1);
         QCOMPARE(Proveedores(), antes);
     }
@@ -231,15 +221,12 @@ private slots:
                  QStringLiteral("30-1|Beta|Juan"));
 
         Tecla(Qt::Key_Escape);
-        QCOMPARE(w->Estado(), 0);
-        QCOMPARE(w->txtCUIT->text() + w->txtNombre->text(), QString());
-        QVERIFY(w->txtCUIT->isEnabled());
+        QCOMPARE(QString::number(w->Estado()) + w->txtCUIT->text() + w->txtNombre->text(), QStringLiteral("0"));
+        QVERIFY(w->txtCUIT->isEnabled() && w->isVisible());
         QCOMPARE(QApplication::focusWidget(), w->cGRID);
-        QVERIFY(w->isVisible());
         Tecla(Qt::Key_Escape);
-        QVERIFY(!w->isVisible());
+        QVERIFY(!w->isVisible() && M().mostrados.isEmpty());
         QCOMPARE(libro->Contar(QStringLiteral("PRV")), 1L);
-        QVERIFY(M().mostrados.isEmpty());
     }
 
     // F5 on the main window opens this window beside it, not modal; what it saves is what an
@@ -274,18 +261,16 @@ private slots:
         QCOMPARE(prov->txtNombre->text(), QStringLiteral("Nz"));
         Teclas({Qt::Key_F11});
         const QStringList orden = {"Lácteos La Cañada", "Limpieza Cristalina", "Nutria", "Nz", "Ñandú", "Oasis"};
-        QStringList nombres;
+        QStringList grilla, combo;
         for (int f = 0; f < prov->cGRID->rowCount(); ++f)
-            nombres << prov->cGRID->item(f, 1)->text();
-        QCOMPARE(nombres, orden);
+            grilla << prov->cGRID->item(f, 1)->text();
         Teclas({Qt::Key_Escape});
         QTRY_VERIFY(!abierta());
 
         frmADDConcepto factura(libro->S(), &principal);
-        nombres.clear();
         for (int i = 0; i < factura.cboProv->count(); ++i)
-            nombres << factura.cboProv->itemText(i);
-        QCOMPARE(nombres, orden);
+            combo << factura.cboProv->itemText(i);
+        QCOMPARE(QList({grilla, combo}), QList({orden, orden}));
         QCOMPARE(factura.cboIdProv->itemText(3), QStringLiteral("30-9"));
     }
 };
