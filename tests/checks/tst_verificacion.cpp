@@ -17,14 +17,11 @@ namespace {
 const QString kEmpresa = QStringLiteral("30712345671");
 const QString kProv = QStringLiteral("30700000016");
 
-struct LineaCaso {
-    double tasa, valor;
-};
+struct LineaCaso { double tasa, valor; };
 
 // A clean invoice of November 2026: type A, 1000 taxed at 21%.
 struct Caso {
-    QString empresa = kEmpresa, periodo = QStringLiteral("01/11/2026"), cuit = kProv;
-    QString nombre = QStringLiteral("Proveedor Uno SA");
+    QString empresa = kEmpresa, periodo = "01/11/2026", cuit = kProv, nombre = "Proveedor Uno SA";
     bool enPRV = true;
     QString tipo = "A", numero = "0001-00000123", fecha = "05/11/2026";
     double gravado = 1000, noGravado = 0, iva = 210, ingBrutos = 0;
