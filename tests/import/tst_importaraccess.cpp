@@ -265,7 +265,6 @@ private slots:
         QTest::addColumn<QString>("origen");
         QTest::addColumn<bool>("access");
         const QString &f = kFixturas;
-        QTest::newRow("Access 2000") << QByteArray() << f + "jet4/personal.mdb" << true;
         QTest::newRow("Access 2003") << QByteArray() << f + "jet4-2003/kestrel.mdb" << true;
         QTest::newRow("Access 97") << QByteArray() << f + "terceros/testV1997.mdb" << true;
         QTest::newRow("Access 2007") << QByteArray("\x00\x01\x00\x00Standard ACE DB\x00 resto", 26) << QString() << true;
