@@ -11,6 +11,7 @@
 #include <QVariant>
 #include <QVector>
 #include <cmath>
+#include <numeric>
 #include <zip.h>
 
 // One voucher of a list. Its VAT by rate is rate x taxed amount; its total the sum of its parts
@@ -27,18 +28,9 @@ struct Recibido {
     double exento = 0;
     double otros = 0;
     double total = -1;           // -1: the sum of the parts
-    double gravado = -1;         // -1: the sum of the taxed amounts by rate
     // VAT of a rate: rate x taxed amount, rounded to cents.
     static double Iva(double tasa, double neto) { return std::round(neto * tasa) / 100; }
-    double NetoTotal() const
-    {
-        if (gravado >= 0)
-            return gravado;
-        double n = 0;
-        for (double v : netos)
-            n += v;
-        return n;
-    }
+    double NetoTotal() const { return std::accumulate(netos.cbegin(), netos.cend(), 0.0); }
     double IvaTotal() const
     {
         double n = 0;
@@ -114,12 +106,8 @@ inline bool EscribirXlsx(const QString &ruta, const QString &receptor, const QVe
     };
     QString hoja = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>"
                                   "<worksheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><sheetData>");
-    QVector<QVector<QVariant>> tabla;
-    tabla << QVector<QVariant>{QStringLiteral("Mis Comprobantes Recibidos - CUIT ") + receptor};
-    QVector<QVariant> titulos;
-    for (const QString &t : kTitulosXlsx)
-        titulos << t;
-    tabla << titulos;
+    QVector<QVector<QVariant>> tabla{{QStringLiteral("Mis Comprobantes Recibidos - CUIT ") + receptor},
+                                     QVector<QVariant>(kTitulosXlsx.begin(), kTitulosXlsx.end())};
     for (const Recibido &r : filas)
         tabla << CeldasXlsx(r, receptor);
     tabla += extra;
@@ -157,25 +145,24 @@ inline bool EscribirXlsx(const QString &ruta, const QString &receptor, const QVe
     zip_t *z = zip_open(QFile::encodeName(ruta).constData(), ZIP_CREATE | ZIP_TRUNCATE, &error);
     if (!z)
         return false;
-    for (const auto &[nombre, datos] : partes) {
-        zip_source_t *src = zip_source_buffer(z, datos.constData(), zip_uint64_t(datos.size()), 0);
-        if (!src || zip_file_add(z, nombre, src, ZIP_FL_ENC_UTF_8) < 0) {
-            zip_source_free(src);
-            zip_discard(z);
-            return false;
-        }
-    }
+    for (const auto &[nombre, datos] : partes)
+        if (zip_source_t *src = zip_source_buffer(z, datos.constData(), zip_uint64_t(datos.size()), 0);
+            !src || zip_file_add(z, nombre, src, ZIP_FL_ENC_UTF_8) < 0)
+            return zip_source_free(src), zip_discard(z), false;
     return zip_close(z) == 0; // the buffers are read here, while partes still holds them
 }
 
-// The older CSV form: the headings of that form, amounts with a decimal comma, Latin-1.
-inline bool EscribirCsv(const QString &ruta, const QVector<Recibido> &filas)
+// The older CSV form: the headings of that form, amounts with a decimal comma, Latin-1. The
+// first heading may be written as some copies have it, in capitals without accents.
+inline bool EscribirCsv(const QString &ruta, const QVector<Recibido> &filas, bool mayusculas = false)
 {
     QStringList lineas{QStringLiteral(
         "\"Fecha de Emisión\";\"Tipo de Comprobante\";\"Punto de Venta\";\"Número Desde\";\"Número Hasta\";"
         "\"Cód. Autorización\";\"Tipo Doc. Emisor\";\"Nro. Doc. Emisor\";\"Denominación Emisor\";\"Tipo Cambio\";"
         "\"Moneda\";\"Imp. Neto Gravado\";\"Imp. Neto No Gravado\";\"Imp. Op. Exentas\";\"Otros Tributos\";\"IVA\";"
         "\"Imp. Total\"")};
+    if (mayusculas)
+        lineas[0].replace(QStringLiteral("\"Fecha de Emisión\""), QStringLiteral(" FECHA DE EMISION "));
     auto m = [](double v) { return QString::number(v, 'f', 2).replace(u'.', u','); };
     for (const Recibido &r : filas)
         lineas << QStringList{r.fecha, r.tipo, QString::number(r.punto), QString::number(r.numero),

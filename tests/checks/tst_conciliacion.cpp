@@ -75,34 +75,25 @@ private slots:
         for (int i = 0; forma == u"grande" && i < 1500; ++i)
             filas << Fila("02/11/2026", "1 - Factura A", 9, 1000 + i, kBeta, {{21, 10}});
         const QString ruta = Ruta("lista");
-        if (forma == u"csv") {
-            QVERIFY(EscribirCsv(ruta, filas));
-            QFile f(ruta);
-            QVERIFY(f.open(QIODevice::ReadOnly));
-            QByteArray b = f.readAll().replace(QString("\"Fecha de Emisión\"").toLatin1(), " FECHA DE EMISION ");
-            f.close();
-            QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(b) > 0);
-        } else {
+        if (forma == u"csv")
+            QVERIFY(EscribirCsv(ruta, filas, true));
+        else
             QVERIFY(EscribirXlsx(ruta, kEmpresa, filas, {forma == u"serie", forma == u"texto", forma == u"texto"}));
-        }
-
         const recibidos::Lista l = recibidos::Leer(ruta);
-        QCOMPARE(l.forma, forma == u"csv" ? "CSV, forma anterior" : "XLSX, forma actual");
-        QCOMPARE(l.cuitReceptor, forma == u"csv" ? QString() : kEmpresa);
+        const bool csv = forma == u"csv";
         QCOMPARE(l.comprobantes.size(), filas.size());
         if (forma == u"grande")
             QCOMPARE(l.comprobantes.last().NumeroLibro() + l.comprobantes[900].NumeroLibro(), "0009-000024990009-00001898");
         const recibidos::Comprobante &a = l.comprobantes[0], &b = l.comprobantes[1];
-        QCOMPARE(a.fecha, QDate(2026, 12, 31));
-        QCOMPARE(a.tipoLibro, "TIQUE FCA");
-        QCOMPARE(a.NumeroLibro(), "12345-00000007");
-        QCOMPARE(b.NumeroLibro(), "0008-00064944");
-        QCOMPARE(a.cuitEmisor, "30700000011");
+        QCOMPARE(QStringList({l.forma, l.cuitReceptor, a.fecha.toString(u"dd/MM/yyyy"), a.tipoLibro, a.NumeroLibro(),
+                              b.NumeroLibro(), a.cuitEmisor, b.DescripcionTipo(), b.tipoLibro}),
+                 QStringList({csv ? "CSV, forma anterior" : "XLSX, forma actual", csv ? QString() : kEmpresa, "31/12/2026",
+                              "TIQUE FCA", "12345-00000007", "0008-00064944", "30700000011", "tipo 3 - Nota de Crédito A", ""}));
         QCOMPARE(QList<double>({a.netoGravado, a.noGravado, a.exento, a.otrosTributos, a.iva, a.total}),
                  QList<double>({1200, 50, 5, 30, 231, 1516}));
         QCOMPARE(b.DescripcionTipo(), "tipo 3 - Nota de Crédito A");
         QVERIFY(b.tipoLibro.isEmpty());
-        QCOMPARE(a.porTasa, forma != u"csv");
+        QCOMPARE(a.porTasa, !csv);
         if (a.porTasa)
             QCOMPARE(QList<double>({a.alicuotas[0].tasa, a.alicuotas[0].neto, a.alicuotas[0].iva, a.alicuotas[1].tasa,
                                     a.alicuotas[1].iva}),
@@ -171,13 +162,12 @@ private slots:
     {
         QVERIFY(EscribirXlsx(Ruta("lista.xlsx"), kEmpresa, ListaDeNoviembre()));
         QVector<recibidos::Comprobante> todos = recibidos::Leer(Ruta("lista.xlsx")).comprobantes;
-        // The ones already in the book and the credit note are left out, whatever is asked.
+        // The ones already in the book and the credit note are left out, whatever is asked; the
+        // new supplier is added. (The rows written are compared with the add window's in the F8
+        // window's test.)
         QCOMPARE(conciliacion::Cargar(libro->S(), todos), 1);
         QCOMPARE(conciliacion::Cargar(libro->S(), todos), 0);
         QCOMPARE(libro->Filas("select PRVSNOMBRE from PRV where PRVSNRCUIT = '30700000033'"), QStringList({"Proveedor 33"}));
-        QCOMPARE(libro->Filas("select IVCSTIPFAC, IVCDGRAVAD, IVCDNOGRAV, IVARIN, IVCINGBRU from IVC where PRVSNRCUIT = '30700000033'"),
-                 QStringList({"A|1200|50|231|30"}));
-        QCOMPARE(libro->Filas("select IVCDETIBDSC, IVCDETIB from IVC_DetIngBrutos"), QStringList({"Otros tributos (según ARCA)|2,5"}));
         const Resultado r = Conciliar(Ruta("lista.xlsx"));
         QCOMPARE(r.iguales, 3);
         QCOMPARE(r.faltantes.size(), 2);
@@ -197,9 +187,7 @@ private slots:
         libro->Ejecutar("CREATE TRIGGER falla BEFORE INSERT ON IVC WHEN NEW.IVCSNROFAC = '0009-00000009' "
                         "BEGIN SELECT RAISE(ABORT, 'rechazada'); END");
         QVERIFY_THROWS_EXCEPTION(oDB::ErrorBD, conciliacion::Cargar(libro->S(), lista));
-        QCOMPARE(libro->Contar("IVC"), 5L);
-        QCOMPARE(libro->Contar("PRV"), 2L);
-        QCOMPARE(libro->Contar("IVC_Gravado"), 0L);
+        QCOMPARE(QList<long>({libro->Contar("IVC"), libro->Contar("PRV"), libro->Contar("IVC_Gravado")}), QList<long>({5, 2, 0}));
         libro->Ejecutar("DROP TRIGGER falla");
         QCOMPARE(conciliacion::Cargar(libro->S(), lista), 2);
         // A voucher C gives only its total: it goes in untaxed.
@@ -222,12 +210,8 @@ private slots:
             QProcess p;
             p.start(programa, base + args);
             p.waitForFinished(120000);
-            const QString texto = QString::fromLocal8Bit(p.readAllStandardOutput());
-            if (!texto.contains(salida)) {
-                qWarning("%s", qPrintable(texto + QString::fromLocal8Bit(p.readAllStandardError())));
-                return -1;
-            }
-            return p.exitCode();
+            const QString texto = QString::fromLocal8Bit(p.readAllStandardOutput() + p.readAllStandardError());
+            return texto.contains(salida) ? p.exitCode() : (qWarning("%s", qPrintable(texto)), -1);
         };
         QCOMPARE(correr({"--archivo", Ruta("lista.xlsx")}, "En el archivo y no en el libro: 1\n  08/11/2026  A  0004-00000100  30700000033"), 1);
         QCOMPARE(correr({"--archivo", Ruta("lista.xlsx"), "--cargar", "--formato", "csv"}, "grupo;fecha;tipo;numero"), 0);

@@ -21,102 +21,97 @@ class TstImportarAccessVentana : public QObject
 {
     Q_OBJECT
 private slots:
-    void arranqueConLibrosDeAccess_data();
-    void arranqueConLibrosDeAccess();
-};
-
-void TstImportarAccessVentana::arranqueConLibrosDeAccess_data()
-{
-    QTest::addColumn<int>("respuesta");
-    QTest::addColumn<QString>("carpeta"); // the dialog's answer; empty is Cancel
-    QTest::addColumn<bool>("cancela");    // Esc in the progress window
-    QTest::addColumn<int>("empresas");    // in the company list once the window opens
-    QTest::newRow("convierte y abre") << int(vb::vbYes) << "convertidos" << false << 3;
-    QTest::newRow("no convierte") << int(vb::vbNo) << "" << false << 0;
-    QTest::newRow("cancela la carpeta") << int(vb::vbYes) << "" << false << 0;
-    QTest::newRow("cancela la conversión") << int(vb::vbYes) << "convertidos" << true << 0;
-}
-
-void TstImportarAccessVentana::arranqueConLibrosDeAccess()
-{
-    QFETCH(int, respuesta);
-    QFETCH(QString, carpeta);
-    QFETCH(bool, cancela);
-    QFETCH(int, empresas);
-    conv::FijarHoy(QDate(2026, 11, 21));
-    QTemporaryDir tmp;
-    const QString viejos = tmp.filePath(QStringLiteral("viejos/"));
-    QDir().mkpath(viejos);
-    const QString fixturas = QStringLiteral(IVC_FIXTURAS "/access/jet4/");
-    for (const QString &f : QDir(fixturas).entryList(QDir::Files))
-        QFile::copy(fixturas + f, viejos + f);
-    const Ajustes ajustes(tmp.filePath(QStringLiteral("ajustes")));
-    for (const char *clave : {"FACTURACION", "KESTRELRAS", "PERSONAL", "SYSTABLAS"})
-        ajustes.Guardar(QStringLiteral("FACTURACION"), QStringLiteral("BASES"), QString::fromLatin1(clave), viejos);
-    ajustes.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("USRSNROCUIT"), QStringLiteral("30687100391"));
-    ajustes.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("IVCFPERIOD"), QStringLiteral("01/12/2026"));
-
-    Sesion s(ajustes);
-    MensajesGuion mensajes;
-    mensajes.Responder(respuesta);
-    CarpetaGuion dialogo(carpeta.isEmpty() ? QString() : tmp.filePath(carpeta));
-    s.mensajes = &mensajes;
-    s.dialogoCarpeta = &dialogo;
-    frmMAIN w(s);
-    int visto = -1;
-    AlAbrirse<frmOpciones>([&visto](frmOpciones &f) {
-        visto = f.cboUSR->count();
-        QTest::keyClick(f.cboUSR, visto > 0 ? Qt::Key_F11 : Qt::Key_Escape);
-    });
-    // The progress window is painted as the tables are copied: what it said is kept.
-    QStringList avance;
-    QTimer vigia;
-    QObject::connect(&vigia, &QTimer::timeout, [&] {
-        auto *p = qobject_cast<QProgressDialog *>(QApplication::activeModalWidget());
-        if (p && p->isVisible() && avance.value(avance.size() - 1) != p->labelText()) {
-            avance << p->labelText();
-            if (cancela)
-                QTest::keyClick(p, Qt::Key_Escape);
-        }
-    });
-    vigia.start(0);
-    QCOMPARE(w.Form_Load(), empresas > 0);
-    vigia.stop();
-    QCOMPARE(visto, empresas);
-
-    // The question names the file and gives the command; the folder is asked only on Yes.
-    QVERIFY(!mensajes.mostrados.isEmpty());
-    const auto pregunta = mensajes.mostrados.first();
-    QCOMPARE(pregunta.estilo, vb::vbYesNo + vb::vbQuestion);
-    QVERIFY2(pregunta.texto.contains(viejos + QStringLiteral("personal.mdb")) &&
-                 pregunta.texto.contains(QStringLiteral("ivacompras importar-access ") + tmp.filePath(QStringLiteral("viejos"))),
-             qPrintable(pregunta.texto));
-    QCOMPARE(dialogo.pedidos.size(), respuesta == vb::vbYes ? 1 : 0);
-    if (respuesta == vb::vbYes)
-        QCOMPARE(dialogo.pedidos[0].carpetaInicial + u'/' + dialogo.pedidos[0].nombreInicial,
-                 tmp.filePath(QStringLiteral("viejos-convertido")));
-    QCOMPARE(avance.size() > 1, empresas > 0);
-    if (!avance.isEmpty())
-        QVERIFY2(avance.last().contains(tmp.filePath(carpeta)), qPrintable(avance.last()));
-    const QString kestrel = ajustes.Leer(QStringLiteral("FACTURACION"), QStringLiteral("BASES"), QStringLiteral("KESTRELRAS"));
-    if (empresas == 0) {
-        QCOMPARE(mensajes.mostrados.size(), cancela ? 2 : 1);
-        if (cancela)
-            QVERIFY(mensajes.Ultimo().startsWith(QStringLiteral("Se canceló la conversión")));
-        QCOMPARE(kestrel, viejos);
-        QCOMPARE(QDir(tmp.path()).entryList(QDir::Dirs | QDir::NoDotAndDotDot), (QStringList{"ajustes", "viejos"}));
-        return;
+    void arranqueConLibrosDeAccess_data()
+    {
+        QTest::addColumn<int>("respuesta");
+        QTest::addColumn<QString>("carpeta"); // the dialog's answer; empty is Cancel
+        QTest::addColumn<bool>("cancela");    // Esc in the progress window
+        QTest::addColumn<int>("empresas");    // in the company list once the window opens
+        QTest::newRow("convierte y abre") << int(vb::vbYes) << "convertidos" << false << 3;
+        QTest::newRow("no convierte") << int(vb::vbNo) << "" << false << 0;
+        QTest::newRow("cancela la carpeta") << int(vb::vbYes) << "" << false << 0;
+        QTest::newRow("cancela la conversión") << int(vb::vbYes) << "convertidos" << true << 0;
     }
-    // Converted: the settings point at the new books and the main window lists the remembered
-    // company's December 2026, two invoices.
-    QCOMPARE(mensajes.mostrados.size(), 2);
-    QCOMPARE(mensajes.UltimoEstilo(), int(vb::vbInformation));
-    QCOMPARE(kestrel, tmp.filePath(carpeta) + u'/');
-    QCOMPARE(s.RutaLibro, kestrel);
-    QCOMPARE(w.lbUSRSNOMBR->text(), QStringLiteral("Ferretería Ñandú S.R.L."));
-    QCOMPARE(w.Grd->Rows(), 3);
-    conv::FijarHoy(QDate());
-}
+
+    void arranqueConLibrosDeAccess()
+    {
+        QFETCH(int, respuesta);
+        QFETCH(QString, carpeta);
+        QFETCH(bool, cancela);
+        QFETCH(int, empresas);
+        conv::FijarHoy(QDate(2026, 11, 21));
+        QTemporaryDir tmp;
+        const QString viejos = tmp.filePath(QStringLiteral("viejos/"));
+        QDir().mkpath(viejos);
+        const QString fixturas = QStringLiteral(IVC_FIXTURAS "/access/jet4/");
+        for (const QString &f : QDir(fixturas).entryList(QDir::Files))
+            QFile::copy(fixturas + f, viejos + f);
+        const Ajustes ajustes(tmp.filePath(QStringLiteral("ajustes")));
+        for (const char *clave : {"FACTURACION", "KESTRELRAS", "PERSONAL", "SYSTABLAS"})
+            ajustes.Guardar(QStringLiteral("FACTURACION"), QStringLiteral("BASES"), QString::fromLatin1(clave), viejos);
+        ajustes.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("USRSNROCUIT"), QStringLiteral("30687100391"));
+        ajustes.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("IVCFPERIOD"), QStringLiteral("01/12/2026"));
+
+        Sesion s(ajustes);
+        MensajesGuion mensajes;
+        mensajes.Responder(respuesta);
+        CarpetaGuion dialogo(carpeta.isEmpty() ? QString() : tmp.filePath(carpeta));
+        s.mensajes = &mensajes;
+        s.dialogoCarpeta = &dialogo;
+        frmMAIN w(s);
+        int visto = -1;
+        AlAbrirse<frmOpciones>([&visto](frmOpciones &f) {
+            visto = f.cboUSR->count();
+            QTest::keyClick(f.cboUSR, visto > 0 ? Qt::Key_F11 : Qt::Key_Escape);
+        });
+        // The progress window is painted as the tables are copied: what it said is kept.
+        QStringList avance;
+        QTimer vigia;
+        QObject::connect(&vigia, &QTimer::timeout, [&] {
+            auto *p = qobject_cast<QProgressDialog *>(QApplication::activeModalWidget());
+            if (p && p->isVisible() && avance.value(avance.size() - 1) != p->labelText()) {
+                avance << p->labelText();
+                if (cancela)
+                    QTest::keyClick(p, Qt::Key_Escape);
+            }
+        });
+        vigia.start(0);
+        QCOMPARE(w.Form_Load(), empresas > 0);
+        vigia.stop();
+        QCOMPARE(visto, empresas);
+
+        // The question names the file and gives the command; the folder is asked only on Yes.
+        const auto pregunta = mensajes.mostrados.value(0);
+        QCOMPARE(pregunta.estilo, vb::vbYesNo + vb::vbQuestion);
+        QVERIFY2(pregunta.texto.contains(viejos + QStringLiteral("personal.mdb")) &&
+                     pregunta.texto.contains(QStringLiteral("ivacompras importar-access ") + tmp.filePath(QStringLiteral("viejos"))),
+                 qPrintable(pregunta.texto));
+        QCOMPARE(dialogo.pedidos.size(), respuesta == vb::vbYes ? 1 : 0);
+        if (respuesta == vb::vbYes)
+            QCOMPARE(dialogo.pedidos[0].carpetaInicial + u'/' + dialogo.pedidos[0].nombreInicial,
+                     tmp.filePath(QStringLiteral("viejos-convertido")));
+        QCOMPARE(avance.size() > 1, empresas > 0);
+        if (!avance.isEmpty())
+            QVERIFY2(avance.last().contains(tmp.filePath(carpeta)), qPrintable(avance.last()));
+        const QString kestrel = ajustes.Leer(QStringLiteral("FACTURACION"), QStringLiteral("BASES"), QStringLiteral("KESTRELRAS"));
+        QCOMPARE(mensajes.mostrados.size(), empresas > 0 || cancela ? 2 : 1);
+        if (empresas == 0) {
+            if (cancela)
+                QVERIFY(mensajes.Ultimo().startsWith(QStringLiteral("Se canceló la conversión")));
+            QCOMPARE(kestrel, viejos);
+            QCOMPARE(QDir(tmp.path()).entryList(QDir::Dirs | QDir::NoDotAndDotDot), (QStringList{"ajustes", "viejos"}));
+            return;
+        }
+        // Converted: the settings point at the new books and the main window lists the remembered
+        // company's December 2026, two invoices.
+        QCOMPARE(mensajes.UltimoEstilo(), int(vb::vbInformation));
+        QCOMPARE(kestrel, tmp.filePath(carpeta) + u'/');
+        QCOMPARE(s.RutaLibro, kestrel);
+        QCOMPARE(w.lbUSRSNOMBR->text(), QStringLiteral("Ferretería Ñandú S.R.L."));
+        QCOMPARE(w.Grd->Rows(), 3);
+        conv::FijarHoy(QDate());
+    }
+};
 
 QTEST_MAIN(TstImportarAccessVentana)
 #include "tst_importaraccessventana.moc"
