@@ -28,9 +28,10 @@ struct Recibido {
     double exento = 0;
     double otros = 0;
     double total = -1;           // -1: the sum of the parts
+    double gravado = -1;         // -1: the sum of the taxed amounts by rate
     // VAT of a rate: rate x taxed amount, rounded to cents.
     static double Iva(double tasa, double neto) { return std::round(neto * tasa) / 100; }
-    double NetoTotal() const { return std::accumulate(netos.cbegin(), netos.cend(), 0.0); }
+    double NetoTotal() const { return gravado >= 0 ? gravado : std::accumulate(netos.cbegin(), netos.cend(), 0.0); }
     double IvaTotal() const
     {
         double n = 0;
