@@ -22,10 +22,10 @@ int ComandoConciliar(const QStringList &args)
     Sesion s;
     if (!PrepararSesion(s, args))
         return 2;
+    recibidos::Lista lista;
     try {
-        const recibidos::Lista lista = recibidos::Leer(archivo);
+        conciliacion::Resultado r = conciliacion::LeerYConciliar(s, archivo, lista);
         Escribir(stderr, recibidos::DescripcionArchivo(archivo, lista) + u'\n');
-        conciliacion::Resultado r = conciliacion::Conciliar(s, lista);
         if (TieneOpcion(args, QStringLiteral("--cargar"))) {
             QVector<recibidos::Comprobante> elegidos;
             for (const conciliacion::Faltante &f : r.faltantes)
@@ -40,7 +40,7 @@ int ComandoConciliar(const QStringList &args)
     } catch (const recibidos::ErrorLectura &e) {
         Escribir(stderr, e.mensaje + u'\n');
     } catch (const conciliacion::ErrorEmpresa &e) {
-        Escribir(stderr, e.mensaje + u'\n');
+        Escribir(stderr, recibidos::DescripcionArchivo(archivo, lista) + u'\n' + e.mensaje + u'\n');
     } catch (const oDB::ErrorBD &e) {
         Escribir(stderr, conciliacion::TextoNoSePudo(e.descripcion) + u'\n');
     } catch (const conv::ErrorConversion &e) {

@@ -11,6 +11,7 @@
 #include <QSet>
 #include <algorithm>
 #include <cmath>
+#include <future>
 
 using oDB::Q;
 using recibidos::Comprobante;
@@ -133,59 +134,71 @@ QString CuitEnLibro(Sesion &s, const QString &digitos)
     return LeerProveedores(*s.dbLibro).cuit.value(digitos, digitos);
 }
 
-Resultado Conciliar(Sesion &s, const recibidos::Lista &lista)
-{
-    const QString empresa = Digitos(s.CuitUsuario);
-    if (!lista.cuitReceptor.isEmpty() && lista.cuitReceptor != empresa)
-        throw ErrorEmpresa{QStringLiteral("El archivo es la lista de la CUIT %1 y la empresa actual tiene la CUIT %2: "
-                                          "no se puede conciliar.")
-                               .arg(lista.cuitReceptor, s.CuitUsuario)};
-    oDB::clManejo &db = *s.dbLibro;
-    const Proveedores prv = LeerProveedores(db);
-    const QString periodo = QStringLiteral(" and IVCFPERIOD = datevalue(") + Q(s.PeriodoDesde) + u')';
+namespace {
 
-    // The invoices of the period and their VAT by rate.
-    QVector<FacturaLibro> libro;
+// The book's side of the reconciliation: the suppliers, and the period's invoices with their
+// VAT by rate and by key. It does not depend on the file, so it can be read while the file is.
+struct LibroDelPeriodo {
+    Proveedores prv;
+    QVector<FacturaLibro> facturas;
+    QVector<QMap<double, double>> ivaPorTasa;
     QHash<QString, int> porClave;
-    QHash<QString, int> porNumero; // supplier + number text -> invoice, for the VAT lines
+};
+
+LibroDelPeriodo LeerLibro(Sesion &s)
+{
+    LibroDelPeriodo l;
+    oDB::clManejo &db = *s.dbLibro;
+    l.prv = LeerProveedores(db);
+    // Each invoice of the period with its VAT lines, one row per line (one row without a line
+    // when it has none); the rows of an invoice are told by its rowid.
     oDB::Recordset rs;
-    if (db.CrearRs(rs, QStringLiteral("select PRVSNRCUIT, IVCSTIPFAC, IVCSNROFAC, IVCFCOMPRO, IVCDGRAVAD, IVCDNOGRAV, "
-                                      "IVARIN, IVCINGBRU from IVC where USRSNRCUIT = ") +
-                           Q(s.CuitUsuario) + periodo)) {
-        libro.reserve(rs.RecordCount());
-        for (; !rs.Eof(); rs.MoveNext()) {
+    if (!db.CrearRs(rs, QStringLiteral("select i.rowid, i.PRVSNRCUIT, i.IVCSTIPFAC, i.IVCSNROFAC, i.IVCFCOMPRO, "
+                                       "i.IVCDGRAVAD, i.IVCDNOGRAV, i.IVARIN, i.IVCINGBRU, d.IVCDETIVA, d.IVCDETVLR "
+                                       "from IVC i left join IVC_DetIVA d on d.USRSNRCUIT = i.USRSNRCUIT and "
+                                       "d.PRVSNRCUIT = i.PRVSNRCUIT and d.IVCSNROFAC = i.IVCSNROFAC "
+                                       "where i.USRSNRCUIT = ") +
+                            Q(s.CuitUsuario) + QStringLiteral(" and i.IVCFPERIOD = datevalue(") + Q(s.PeriodoDesde) +
+                            u')'))
+        return l;
+    QHash<qint64, int> porFila;
+    porFila.reserve(rs.RecordCount());
+    for (; !rs.Eof(); rs.MoveNext()) {
+        const qint64 fila = rs.Fields(0).toLongLong();
+        int i = porFila.value(fila, -1);
+        if (i < 0) {
             FacturaLibro f;
-            f.proveedor = conv::Texto(rs.Fields(0));
-            f.nombre = prv.nombre.value(f.proveedor);
-            f.tipo = conv::Texto(rs.Fields(1));
-            f.numero = conv::Texto(rs.Fields(2));
-            f.fecha = rs.Fields(3).toDate();
-            f.gravado = s.oFormato->EsNumero(rs.Fields(4));
-            f.noGravado = s.oFormato->EsNumero(rs.Fields(5));
-            f.iva = s.oFormato->EsNumero(rs.Fields(6));
-            f.ingBrutos = s.oFormato->EsNumero(rs.Fields(7));
+            f.proveedor = conv::Texto(rs.Fields(1));
+            f.nombre = l.prv.nombre.value(f.proveedor);
+            f.tipo = conv::Texto(rs.Fields(2));
+            f.numero = conv::Texto(rs.Fields(3));
+            f.fecha = rs.Fields(4).toDate();
+            f.gravado = s.oFormato->EsNumero(rs.Fields(5));
+            f.noGravado = s.oFormato->EsNumero(rs.Fields(6));
+            f.iva = s.oFormato->EsNumero(rs.Fields(7));
+            f.ingBrutos = s.oFormato->EsNumero(rs.Fields(8));
+            i = int(l.facturas.size());
+            porFila.insert(fila, i);
             int punto = 0;
             qint64 numero = 0;
-            const int i = int(libro.size());
             if (PartesNumero(f.numero, punto, numero))
-                porClave.insert(Clave(Digitos(f.proveedor), f.tipo, punto, numero), i);
-            porNumero.insert(f.proveedor.toUpper() + u'|' + f.numero.toUpper(), i);
-            libro << f;
+                l.porClave.insert(Clave(Digitos(f.proveedor), f.tipo, punto, numero), i);
+            l.facturas << f;
+            l.ivaPorTasa.push_back({});
         }
+        if (!rs.Fields(9).isNull())
+            l.ivaPorTasa[i][conv::Redondear(s.oFormato->EsNumero(rs.Fields(9)), 2)] += s.oFormato->EsNumero(rs.Fields(10));
     }
-    QVector<QMap<double, double>> ivaPorTasa(libro.size());
-    if (db.CrearRs(rs, QStringLiteral("select d.PRVSNRCUIT, d.IVCSNROFAC, d.IVCDETIVA, d.IVCDETVLR from IVC i "
-                                      "inner join IVC_DetIVA d on d.USRSNRCUIT = i.USRSNRCUIT and "
-                                      "d.PRVSNRCUIT = i.PRVSNRCUIT and d.IVCSNROFAC = i.IVCSNROFAC "
-                                      "where i.USRSNRCUIT = ") +
-                           Q(s.CuitUsuario) + QStringLiteral(" and i.IVCFPERIOD = datevalue(") + Q(s.PeriodoDesde) +
-                           u')'))
-        for (; !rs.Eof(); rs.MoveNext()) {
-            const int i = porNumero.value(conv::Texto(rs.Fields(0)).toUpper() + u'|' + conv::Texto(rs.Fields(1)).toUpper(), -1);
-            if (i >= 0)
-                ivaPorTasa[i][conv::Redondear(s.oFormato->EsNumero(rs.Fields(2)), 2)] += s.oFormato->EsNumero(rs.Fields(3));
-        }
+    return l;
+}
 
+Resultado Comparar(Sesion &s, const recibidos::Lista &lista, const LibroDelPeriodo &l)
+{
+    oDB::clManejo &db = *s.dbLibro;
+    const Proveedores &prv = l.prv;
+    const QVector<FacturaLibro> &libro = l.facturas;
+    const QVector<QMap<double, double>> &ivaPorTasa = l.ivaPorTasa;
+    const QHash<QString, int> &porClave = l.porClave;
     Resultado r;
     QVector<bool> visto(libro.size(), false);
     QVector<int> sinLibro; // faltantes that may sit in another period
@@ -247,6 +260,33 @@ Resultado Conciliar(Sesion &s, const recibidos::Lista &lista)
         return a.fecha != b.fecha ? a.fecha < b.fecha : a.numero < b.numero;
     });
     return r;
+}
+
+void ControlarEmpresa(const Sesion &s, const recibidos::Lista &lista)
+{
+    const QString empresa = Digitos(s.CuitUsuario);
+    if (!lista.cuitReceptor.isEmpty() && lista.cuitReceptor != empresa)
+        throw ErrorEmpresa{QStringLiteral("El archivo es la lista de la CUIT %1 y la empresa actual tiene la CUIT %2: "
+                                          "no se puede conciliar.")
+                               .arg(lista.cuitReceptor, s.CuitUsuario)};
+}
+
+} // namespace
+
+Resultado Conciliar(Sesion &s, const recibidos::Lista &lista)
+{
+    ControlarEmpresa(s, lista);
+    return Comparar(s, lista, LeerLibro(s));
+}
+
+Resultado LeerYConciliar(Sesion &s, const QString &archivo, recibidos::Lista &lista)
+{
+    // The book is read on another thread while this one reads the file; nothing else uses the
+    // session's book meanwhile.
+    std::future<LibroDelPeriodo> libro = std::async(std::launch::async, [&s] { return LeerLibro(s); });
+    lista = recibidos::Leer(archivo);
+    ControlarEmpresa(s, lista);
+    return Comparar(s, lista, libro.get());
 }
 
 QString Informe(const Resultado &r, bool enCsv)

@@ -74,6 +74,9 @@ struct ErrorEmpresa {
 // Reconciles the list with the session's company and period. Throws ErrorEmpresa when the
 // title's CUIT is not the company's; the book's errors (oDB::ErrorBD) pass through.
 Resultado Conciliar(Sesion &s, const recibidos::Lista &lista);
+// Reads the file (recibidos::Leer, into lista) and reconciles it, the book being read at the
+// same time. Throws as Leer and Conciliar do.
+Resultado LeerYConciliar(Sesion &s, const QString &archivo, recibidos::Lista &lista);
 
 // The three groups and their counts as text lines, or as CSV rows (checks/Csv.h) with a heading
 // (enCsv), for the command line.

@@ -11,7 +11,7 @@
 #include <zip.h>
 #include <algorithm>
 #include <cmath>
-#include <exception>
+#include <future>
 #include <thread>
 #include <vector>
 #include <optional>
@@ -227,70 +227,116 @@ bool Referencia(QStringView ref, int &columna, int &fila)
     return true;
 }
 
+// Column 27 (0-based), row 12 -> "AB12".
+QString NombreCelda(int columna, int fila)
+{
+    QString letras;
+    for (int c = columna + 1; c > 0; c = (c - 1) / 26)
+        letras.prepend(QChar(u'A' + (c - 1) % 26));
+    return letras + QString::number(fila);
+}
+
+// A shared text is kept as its index until the shared texts, read at the same time, are known.
 struct Celda {
     int fila;
     int columna;
     QVariant valor;
+    int compartido = -1;
 };
 
-// The cells of the sheet's XML, or of a run of its whole <row> elements.
-QVector<Celda> LeerCeldas(const QByteArray &xml, const QStringList &compartidos, const QVector<bool> &fechas,
-                          const QString &hoja)
+// The cells of the sheet's XML, or of a run of its whole <row> elements. The tokens are read
+// one by one and a cell's text is gathered in one buffer: a list of 20,000 vouchers holds
+// 600,000 cells.
+QVector<Celda> LeerCeldas(const QByteArray &xml, const QVector<bool> &fechas, const QString &hoja)
 {
     QVector<Celda> celdas;
     celdas.reserve(xml.size() / 32);
     QXmlStreamReader x(xml);
+    enum class Tipo { Numero, Logico, Compartido, Texto, EnLinea };
     int fila = 0;
     int columna = -1;
+    // The cell being read: where it is, its type and style, and the text of its <v> (or of the
+    // <t> of its inline string, phonetic hints left out).
+    bool enCelda = false;
+    bool enTexto = false;
+    int fonetica = 0;
+    Tipo tipo = Tipo::Numero;
+    int estilo = 0;
+    Celda celda{0, 0, {}};
+    QString texto;
     while (!x.atEnd()) {
-        x.readNext();
-        if (!x.isStartElement())
-            continue;
-        if (x.name() == u"row") {
-            const int r = x.attributes().value(QLatin1StringView("r")).toInt();
-            fila = r > 0 ? r : fila + 1;
-            columna = -1;
-        } else if (x.name() == u"c" && fila > 0) {
-            int c = columna + 1, f = fila;
-            const QXmlStreamAttributes atributos = x.attributes();
-            const QStringView ref = atributos.value(QLatin1StringView("r"));
-            if (!ref.isEmpty() && !Referencia(ref, c, f))
-                Fallar(QStringLiteral("la celda %1 de la hoja no se entiende.").arg(ref));
-            columna = c;
-            const QStringView tipo = atributos.value(QLatin1StringView("t"));
-            const int estilo = atributos.value(QLatin1StringView("s")).toInt();
-            QVariant valor;
-            if (tipo == u"inlineStr") {
-                valor = TextoHasta(x, u"c");
-            } else {
-                QString v;
-                while (!x.atEnd()) {
-                    x.readNext();
-                    if (x.isStartElement() && x.name() == u"v")
-                        v = x.readElementText();
-                    else if (x.isEndElement() && x.name() == u"c")
-                        break;
+        switch (x.readNext()) {
+        case QXmlStreamReader::StartElement: {
+            const QStringView nombre = x.name();
+            if (nombre == u"c" && fila > 0) {
+                celda = Celda{fila, columna + 1, {}};
+                tipo = Tipo::Numero;
+                estilo = 0;
+                for (const QXmlStreamAttribute &a : x.attributes()) {
+                    const QStringView n = a.name(), v = a.value();
+                    if (n == u"r") {
+                        if (!Referencia(v, celda.columna, celda.fila))
+                            Fallar(QStringLiteral("la celda %1 de la hoja no se entiende.").arg(v));
+                    } else if (n == u"t") {
+                        tipo = v == u"s" ? Tipo::Compartido
+                             : v == u"inlineStr" ? Tipo::EnLinea
+                             : v == u"str" || v == u"e" ? Tipo::Texto
+                             : v == u"b" ? Tipo::Logico : Tipo::Numero;
+                    } else if (n == u"s") {
+                        estilo = v.toInt();
+                    }
                 }
-                if (tipo == u"s") {
-                    bool ok = false;
-                    const int i = v.toInt(&ok);
-                    if (!ok || i < 0 || i >= compartidos.size())
-                        Fallar(QStringLiteral("la celda %1 nombra un texto que no existe.").arg(ref));
-                    valor = compartidos[i];
-                } else if (tipo == u"str" || tipo == u"e") {
-                    valor = v;
-                } else if (!v.isEmpty()) {
-                    bool ok = false;
-                    const double n = v.toDouble(&ok);
-                    if (!ok)
-                        valor = v;
-                    else if (tipo != u"b" && estilo >= 0 && estilo < fechas.size() && fechas[estilo])
-                        valor = conv::SerialAFecha(std::floor(n));
-                    else
-                        valor = n;
-                }
+                columna = celda.columna;
+                enCelda = true;
+                fonetica = 0;
+                texto.truncate(0);
+            } else if (nombre == u"row") {
+                const int r = x.attributes().value(QLatin1StringView("r")).toInt();
+                fila = r > 0 ? r : fila + 1;
+                columna = -1;
+            } else if (enCelda) {
+                if (nombre == u"rPh")
+                    ++fonetica;
+                else if (nombre == (tipo == Tipo::EnLinea ? u"t" : u"v") && fonetica == 0)
+                    enTexto = true;
             }
-            celdas.push_back({f, c, valor});
+            break;
+        }
+        case QXmlStreamReader::Characters:
+            if (enTexto)
+                texto += x.text();
+            break;
+        case QXmlStreamReader::EndElement: {
+            const QStringView nombre = x.name();
+            enTexto = false;
+            if (nombre == u"rPh") {
+                --fonetica;
+            } else if (nombre == u"c" && enCelda) {
+                enCelda = false;
+                if (tipo == Tipo::Compartido) {
+                    bool ok = false;
+                    celda.compartido = texto.toInt(&ok);
+                    if (!ok || celda.compartido < 0)
+                        Fallar(QStringLiteral("la celda %1 nombra un texto que no existe.")
+                                   .arg(NombreCelda(celda.columna, celda.fila)));
+                } else if (tipo == Tipo::Texto || tipo == Tipo::EnLinea) {
+                    celda.valor = texto;
+                } else if (!texto.isEmpty()) {
+                    bool ok = false;
+                    const double n = QStringView(texto).toDouble(&ok);
+                    if (!ok)
+                        celda.valor = texto;
+                    else if (tipo == Tipo::Numero && estilo >= 0 && estilo < fechas.size() && fechas[estilo])
+                        celda.valor = conv::SerialAFecha(std::floor(n));
+                    else
+                        celda.valor = n;
+                }
+                celdas.push_back(std::move(celda));
+            }
+            break;
+        }
+        default:
+            break;
         }
     }
     ControlarXml(x, hoja);
@@ -322,37 +368,36 @@ QVector<QByteArray> Tramos(const QByteArray &xml, int partes)
     return tramos;
 }
 
+// Runs hacer(0) ... hacer(n - 1) at once, each on its own thread. Whatever one throws
+// (ErrorLectura, std::bad_alloc...) is thrown again here once all have ended: the lowest
+// index's first.
+template <typename F>
+void EnParalelo(qsizetype n, F hacer)
+{
+    std::vector<std::future<void>> otros;
+    for (qsizetype k = 1; k < n; ++k)
+        otros.push_back(std::async(std::launch::async, hacer, k));
+    hacer(0); // when this throws, the futures wait for their threads as they go
+    for (std::future<void> &f : otros)
+        f.get();
+}
+
 Tabla LeerXlsx(const QString &ruta)
 {
     Zip zip(ruta);
     const QString hoja = PrimeraHoja(zip);
-    const QStringList compartidos = TextosCompartidos(zip);
     const QVector<bool> fechas = EstilosDeFecha(zip);
     const QVector<QByteArray> tramos =
         Tramos(Exigir(zip, hoja), int(std::clamp(std::thread::hardware_concurrency(), 1u, 4u)));
-    // A list of thousands of rows is read by every processor at once, a run each.
+    // The shared texts and every run of a list of thousands of rows are read at once.
+    QStringList compartidos;
     QVector<QVector<Celda>> leidas(tramos.size());
-    // Whatever a run throws (ErrorLectura, std::bad_alloc...) is kept and thrown again here,
-    // once every run has ended: the first run's error first.
-    std::vector<std::exception_ptr> errores(tramos.size());
-    {
-        const auto leer = [&](qsizetype k) {
-            try {
-                leidas[k] = LeerCeldas(tramos[k], compartidos, fechas, hoja);
-            } catch (...) {
-                errores[k] = std::current_exception();
-            }
-        };
-        std::vector<std::thread> hilos;
-        for (qsizetype k = 1; k < tramos.size(); ++k)
-            hilos.emplace_back(leer, k);
-        leer(0);
-        for (std::thread &h : hilos)
-            h.join();
-    }
-    for (const std::exception_ptr &e : errores)
-        if (e)
-            std::rethrow_exception(e);
+    EnParalelo(tramos.size() + 1, [&](qsizetype k) {
+        if (k == 0)
+            compartidos = TextosCompartidos(zip);
+        else
+            leidas[k - 1] = LeerCeldas(tramos[k - 1], fechas, hoja);
+    });
     Tabla tabla;
     for (const QVector<Celda> &celdas : leidas)
         for (const Celda &c : celdas) {
@@ -360,7 +405,9 @@ Tabla LeerXlsx(const QString &ruta)
                 tabla.resize(c.fila);
             if (tabla[c.fila - 1].size() <= c.columna)
                 tabla[c.fila - 1].resize(c.columna + 1);
-            tabla[c.fila - 1][c.columna] = c.valor;
+            if (c.compartido >= compartidos.size())
+                Fallar(QStringLiteral("la celda %1 nombra un texto que no existe.").arg(NombreCelda(c.columna, c.fila)));
+            tabla[c.fila - 1][c.columna] = c.compartido >= 0 ? QVariant(compartidos[c.compartido]) : c.valor;
         }
     return tabla;
 }
@@ -550,43 +597,43 @@ Lista Interpretar(const Tabla &tabla, const QString &tipoArchivo)
             vacia = vacia && (v.isNull() || (v.typeId() == QMetaType::QString && v.toString().trimmed().isEmpty()));
         if (vacia)
             continue;
-        const QString donde = QStringLiteral("la fila %1 ").arg(f + 1);
-        auto monto = [&](const QVariant &v, const QString &titulo) {
+        auto donde = [&] { return QStringLiteral("la fila %1 ").arg(f + 1); };
+        auto monto = [&](const QVariant &v, QStringView titulo) {
             const auto m = Monto(v);
             if (!m)
-                Fallar(donde + QStringLiteral("tiene un importe que no es un número en \"%1\".").arg(titulo));
+                Fallar(donde() + QStringLiteral("tiene un importe que no es un número en \"%1\".").arg(titulo));
             return *m;
         };
         Comprobante c;
         c.fila = f + 1;
         const auto fecha = Fecha(celda(cFecha));
         if (!fecha)
-            Fallar(donde + QStringLiteral("tiene una fecha que no se entiende."));
+            Fallar(donde() + QStringLiteral("tiene una fecha que no se entiende."));
         c.fecha = *fecha;
         const QString tipo = Texto(celda(cTipo));
         static const QRegularExpression reTipo(QStringLiteral("^\\s*(\\d+)\\s*(?:-\\s*(.*))?$"));
         const auto mt = reTipo.match(tipo);
         if (!mt.hasMatch())
-            Fallar(donde + QStringLiteral("tiene un tipo de comprobante que no se entiende."));
+            Fallar(donde() + QStringLiteral("tiene un tipo de comprobante que no se entiende."));
         c.codigo = mt.captured(1).toInt();
         c.nombreTipo = mt.captured(2).trimmed();
         c.tipoLibro = TipoLibro(c.codigo);
         const double punto = monto(celda(cPunto), titulos[cPunto]);
         const double numero = monto(celda(cDesde), titulos[cDesde]);
         if (punto < 0 || numero <= 0 || punto > 99999 || numero > 99999999)
-            Fallar(donde + QStringLiteral("tiene un punto de venta o un número fuera de rango."));
+            Fallar(donde() + QStringLiteral("tiene un punto de venta o un número fuera de rango."));
         c.puntoVenta = int(punto);
         c.numero = qint64(numero);
         c.cuitEmisor = Digitos(Texto(celda(cCuit)));
         if (c.cuitEmisor.size() != 11)
-            Fallar(donde + QStringLiteral("no tiene la CUIT del emisor."));
+            Fallar(donde() + QStringLiteral("no tiene la CUIT del emisor."));
         c.denominacion = Texto(celda(cNombre));
         c.moneda = Texto(celda(cMoneda));
         c.tipoCambio = monto(celda(cCambio), titulos[cCambio]);
         // Amounts of a voucher in another currency come in that currency.
         const bool pesos = c.moneda.isEmpty() || c.moneda == u"$" || c.moneda.compare(u"PES", Qt::CaseInsensitive) == 0;
         const double cambio = !pesos && c.tipoCambio > 0 ? c.tipoCambio : 1;
-        auto pesosDe = [&](const QVariant &v, const QString &titulo) { return conv::Redondear(monto(v, titulo) * cambio, 2); };
+        auto pesosDe = [&](const QVariant &v, QStringView titulo) { return conv::Redondear(monto(v, titulo) * cambio, 2); };
         c.netoGravado = pesosDe(celda(cGrav), titulos[cGrav]);
         c.noGravado = pesosDe(celda(cNoGrav), titulos[cNoGrav]);
         c.exento = pesosDe(celda(cExento), titulos[cExento]);
@@ -597,8 +644,7 @@ Lista Interpretar(const Tabla &tabla, const QString &tipoArchivo)
             c.porTasa = true;
             for (int k = 0; k < int(std::size(kTasas)); ++k) {
                 const ColumnasTasa &t = kTasas[k];
-                Alicuota a{t.tasa, pesosDe(celdaEn(colNeto[k]), QString::fromUtf16(t.neto)),
-                           t.iva ? pesosDe(celdaEn(colIva[k]), QString::fromUtf16(t.iva)) : 0.0};
+                Alicuota a{t.tasa, pesosDe(celdaEn(colNeto[k]), t.neto), t.iva ? pesosDe(celdaEn(colIva[k]), t.iva) : 0.0};
                 if (a.neto != 0 || a.iva != 0)
                     c.alicuotas << a;
             }

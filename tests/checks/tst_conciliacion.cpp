@@ -222,7 +222,8 @@ private:
     QString Ruta(const QString &nombre) const { return libro->Carpeta() + nombre; }
     Resultado Conciliar(const QString &archivo)
     {
-        return conciliacion::Conciliar(libro->S(), recibidos::Leer(archivo));
+        recibidos::Lista lista;
+        return conciliacion::LeerYConciliar(libro->S(), archivo, lista);
     }
     std::unique_ptr<LibroDePrueba> libro;
 };

@@ -39,8 +39,9 @@ void frmCONCILIAR::Abrir(Sesion &s, Principal *principal, QWidget *padre)
     if (archivo.isEmpty())
         return;
     try {
-        const recibidos::Lista lista = recibidos::Leer(archivo);
-        frmCONCILIAR w(s, principal, archivo, lista, padre);
+        recibidos::Lista lista;
+        const conciliacion::Resultado r = conciliacion::LeerYConciliar(s, archivo, lista);
+        frmCONCILIAR w(s, principal, archivo, lista, r, padre);
         w.exec();
     } catch (const recibidos::ErrorLectura &e) {
         Avisar(s, e.mensaje);
@@ -52,8 +53,8 @@ void frmCONCILIAR::Abrir(Sesion &s, Principal *principal, QWidget *padre)
 }
 
 frmCONCILIAR::frmCONCILIAR(Sesion &s, Principal *principal, const QString &archivo, const recibidos::Lista &lista,
-                           QWidget *padre)
-    : QDialog(padre), s_(s), principal_(principal), lista_(lista)
+                           const conciliacion::Resultado &r, QWidget *padre)
+    : QDialog(padre), s_(s), principal_(principal), lista_(lista), r_(r)
 {
     setObjectName(QStringLiteral("frmCONCILIAR"));
     setWindowTitle(QStringLiteral("IVA Compras - Conciliar con Mis Comprobantes Recibidos"));
@@ -98,7 +99,6 @@ frmCONCILIAR::frmCONCILIAR(Sesion &s, Principal *principal, const QString &archi
     for (int w : anchos)
         ancho += w;
     resize(ancho, 560);
-    r_ = conciliacion::Conciliar(s_, lista_);
     Llenar();
     grdConciliacion->setFocus();
 }

@@ -23,8 +23,9 @@ public:
     // box and nothing opens. principal is reloaded after vouchers are brought in.
     static void Abrir(Sesion &s, Principal *principal, QWidget *padre);
 
+    // The window over the list read from archivo and its reconciliation r.
     frmCONCILIAR(Sesion &s, Principal *principal, const QString &archivo, const recibidos::Lista &lista,
-                 QWidget *padre = nullptr);
+                 const conciliacion::Resultado &r, QWidget *padre = nullptr);
 
     // Space: ticks or clears the box of the current row (only missing vouchers have one).
     void Marcar();
