@@ -11,9 +11,9 @@
 
 namespace {
 
-// Commands without windows run where no graphical session ever started, often without a
-// runtime folder: the one Qt would fall back to (with a warning on every run) is made here,
-// private to the user, so the commands print only what they have to say.
+// The program often runs where no graphical session set up a runtime folder (commands over
+// ssh, windows on a remote X display): the one Qt would fall back to, with a warning on every
+// run, is made here, private to the user, so the program prints only what it has to say.
 void CarpetaDeEjecucion()
 {
     if (!qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
@@ -35,8 +35,7 @@ int main(int argc, char **argv)
     for (int i = 1; i < argc; ++i)
         args << QString::fromLocal8Bit(argv[i]);
     const QString comando = args.value(0);
-    if (!comando.isEmpty() && comando != QLatin1String("--ajustes"))
-        CarpetaDeEjecucion();
+    CarpetaDeEjecucion();
     if (comando == QLatin1String("--version")) {
         std::printf("ivacompras %s\n", IVC_VERSION);
         return 0;
