@@ -61,11 +61,6 @@ private slots:
         libro->Periodo(EMPRESA, MARZO);
         QDir().mkpath(Dir());
     }
-    void cleanup()
-    {
-        dialogo.reset();
-        libro.reset();
-    }
     void periodoCompleto()
     {
         FacturasDeMarzo();
@@ -179,12 +174,11 @@ private slots:
 
         rlimit antes{};
         getrlimit(RLIMIT_FSIZE, &antes);
-        const auto senal = signal(SIGXFSZ, SIG_IGN);
-        if (QByteArray(QTest::currentDataTag()) == "disk refuses more bytes") {
-            rlimit limite = antes;
+        rlimit limite = antes;
+        if (QByteArray(QTest::currentDataTag()) == "disk refuses more bytes")
             limite.rlim_cur = 100;
-            setrlimit(RLIMIT_FSIZE, &limite);
-        }
+        const auto senal = signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &limite);
         const bool exportado = Exportar(Dir() + QStringLiteral("err.xls"));
         setrlimit(RLIMIT_FSIZE, &antes);
         signal(SIGXFSZ, senal);
