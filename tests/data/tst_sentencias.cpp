@@ -96,8 +96,7 @@ private slots:
     void recordset()
     {
         LibroDePrueba libro;
-        libro.Factura(QStringLiteral("20-9"), QStringLiteral("30-1"), QStringLiteral("01/03/2005"), QStringLiteral("15/03/2005"),
-                      QStringLiteral("A"), QStringLiteral("0001-00000012"), 100, 0, 21, 5);
+        libro.Factura("20-9", "30-1", "01/03/2005", "15/03/2005", "A", "0001-00000012", 100, 0, 21, 5);
         oDB::clManejo &db = *libro.S().dbLibro;
         oDB::Recordset rs;
         // Texts compare without case; field names too.
@@ -148,27 +147,26 @@ private slots:
                             QStringList{QStringLiteral("insert into USR (USRSNRCUIT,USRSNOMBRE) values ('1','Óptica'),('2','Oro')")});
 
         oDB::clManejo db;
+        const auto filas = [&db](const char *sql) {
+            oDB::Recordset rs;
+            return db.CrearRs(rs, sql) ? rs.GetString("|", ";") : QStringLiteral("falla: ") + db.UltimoError();
+        };
         db.setCadenaConexion(CadenaConexion(dir.path() + u'/', QStringLiteral("kestrel.mdb")));
         db.Conectar();
-        oDB::Recordset rs;
-        QVERIFY(db.CrearRs(rs, QStringLiteral("select PRVSNOMBRE from PRV order by PRVSNOMBRE")));
-        QCOMPARE(rs.GetString(QStringLiteral("|"), QStringLiteral(";")),
+        QCOMPARE(filas("select PRVSNOMBRE from PRV order by PRVSNOMBRE"),
                  QStringLiteral("Gráfica;Granja;Lácteos La Cañada;Limpieza Cristalina;nutria;Ñandú;Oasis;"));
-        QVERIFY(db.CrearRs(rs, QStringLiteral("pragma integrity_check")));
-        QCOMPARE(rs.GetString(), QStringLiteral("ok\r"));
+        QCOMPARE(filas("pragma integrity_check"), QStringLiteral("ok;"));
         // The unique key on the CUIT stays (the indexes agree with the rows: the check above).
         QVERIFY_THROWS_EXCEPTION(oDB::ErrorBD, db.Ejecutar(QStringLiteral("insert into PRV (PRVSNRCUIT,PRVSNOMBRE) values ('4','Otra')")));
 
         db.setCadenaConexion(CadenaConexion(dir.path() + u'/', QStringLiteral("personal.mdb")));
         db.Conectar();
-        QVERIFY(db.CrearRs(rs, QStringLiteral("select USRSNOMBRE from USR order by USRSNOMBRE")));
-        QCOMPARE(rs.GetString(QStringLiteral("|"), QStringLiteral(";")), QStringLiteral("Óptica;Oro;"));
+        QCOMPARE(filas("select USRSNOMBRE from USR order by USRSNOMBRE"), QStringLiteral("Óptica;Oro;"));
         // Once brought to the new order, opening the book again writes nothing.
-        QVERIFY(db.CrearRs(rs, QStringLiteral("pragma schema_version")));
-        const QString version = rs.GetString();
+        const QString version = filas("pragma schema_version");
+        QVERIFY2(version.front().isDigit(), qPrintable(version));
         db.Conectar();
-        QVERIFY(db.CrearRs(rs, QStringLiteral("pragma schema_version")));
-        QCOMPARE(rs.GetString(), version);
+        QCOMPARE(filas("pragma schema_version"), version);
     }
 
     // The reasons of an unreadable book and of a failed write, in Spanish; the ones without

@@ -160,7 +160,8 @@ private slots:
         ImpresoraGrabadora grabadora;
         QVERIFY(ImprimirLibro(S(), grabadora, 9, 25));
         QCOMPARE(QPair(grabadora.documentos, grabadora.hojas.size()), QPair(1, qsizetype(3)));
-        // Each page opens with the company's name in capitals, its CUIT and the period, then the ledger.
+        // The first page opens with the company's name in capitals, its CUIT and the period; the
+        // second carries the ledger's next 22 lines.
         const QString encabezado = QStringLiteral("DISTRIBUIDORA ÑANDÚ DEL LITORAL S.A. - CUIT: 20111111112") + B(56) +
                                    QStringLiteral(" Desde: 01/03/2026 hasta 31/03/2026");
         QCOMPARE(grabadora.Textos(0).mid(0, 4), (QStringList{QString(), encabezado, QString(), kTitulos}));
