@@ -6,7 +6,9 @@
 #include "reports/LibroImpreso.h"
 
 #include <QFontDatabase>
+#include <QPrinter>
 #include <QPrinterInfo>
+#include <QProcess>
 #include <QRegularExpression>
 #include <QtTest>
 
@@ -33,22 +35,15 @@ const QString kRegla = J({G(10), G(4), G(18), G(11), G(50), G(10), G(10), G(10),
 const QString kSubtitulo = B(94) + J({"  IVA", "Descripción" + B(19), B(5) + "Valor"});
 const QString kSubregla = B(91) + J({G(5), G(30), G(10)});
 
-// "linea 1" ... "linea n", separated by CR LF.
-QString Numeradas(int n)
-{
-    QStringList l;
-    for (int i = 1; i <= n; ++i)
-        l << QStringLiteral("linea %1").arg(i);
-    return l.join(QStringLiteral("\r\n"));
-}
-
 QString Texto(const QStringList &lineas) { return lineas.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n"); }
 
 } // namespace
 
 // The printed ledger over a real book: the composed text, the pages, and where it goes (a
 // Latin-1 text file, a PDF file, the PDF in the documents folder of a machine without
-// printers).
+// printers). Across the page at every font size: read back from the PDF as text (pdftotext
+// -layout), the totals line ends with its last amount and every footer and header is whole; on
+// paper that cannot hold the lines the user is asked first, and a "no" prints nothing.
 class TstLibroImpreso : public QObject
 {
     Q_OBJECT
@@ -63,13 +58,6 @@ private slots:
         libro->Proveedor(kFerreteria, QStringLiteral("Ferretería Ñandú"));
     }
     void cleanup() { libro.reset(); }
-    void alinear()
-    {
-        // The cut stays in the caller's variable, also when the mode is not "I" or "D".
-        QString texto = QStringLiteral("abcdefgh");
-        QCOMPARE(align(texto, QStringLiteral("D"), 5) + u'|' + texto, QStringLiteral("abcde|abcde"));
-        QCOMPARE(align(texto, QStringLiteral("i"), 3) + u'|' + texto, QStringLiteral("Error en align|abc"));
-    }
     void libroCompleto()
     {
         // Two invoices on one date: the number's last eight characters order them (45 before 123).
@@ -108,7 +96,6 @@ private slots:
         } + QStringLiteral("NETO GRAVADO 10,5% 200,00|IVA 10,5% 21,00|NETO GRAVADO 21% 1000,00|IVA 21% 210,00|NETO GRAVADO OTROS "
                            "100,00|IVA OTROS 05,00|INGRESOS BRUTOS 30,00|NO GRAVADOS/EXENTOS 62,34|TOTAL 1655,34").split(u'|');
         QCOMPARE(libro::CortarLineas(libro::ComponerLibro(S())), libro::CortarLineas(Texto(esperado)));
-        QCOMPARE(esperado[4].size(), libro::kAnchoLinea);
     }
     void periodoVacio()
     {
@@ -120,16 +107,7 @@ private slots:
                B(5) + "00,00", B(5) + "00,00", B(5) + "00,00"}),
             // The two aggregates without grouping always bring a row; their null sums show 00,00.
         } + QStringLiteral("NETO GRAVADO OTROS 00,00|IVA OTROS 00,00|INGRESOS BRUTOS 00,00|NO GRAVADOS/EXENTOS 00,00|TOTAL 00,00").split(u'|');
-        ImpresoraGrabadora imp;
-        QVERIFY(ImprimirLibro(S(), imp, 9, 30));
-        QCOMPARE(imp.hojas.size(), 1);
-        QCOMPARE(imp.documentos, 1);
-        const QString encabezado = QStringLiteral("COMPAÑÍA ÑANDÚ S.R.L. - CUIT: 20111111112") + B(56) +
-                                   QStringLiteral(" Desde: 01/03/2026 hasta 31/03/2026");
-        QStringList hoja = QStringList{QString(), encabezado, QString()} + esperado;
-        hoja << QString() << B(136) + QStringLiteral("Pagina 1 de 1");
-        QCOMPARE(imp.Textos(0), hoja);
-        QVERIFY(libro->Mensajes().mostrados.isEmpty());
+        QCOMPARE(libro::CortarLineas(libro::ComponerLibro(S())), libro::CortarLineas(Texto(esperado)));
 
         // A rate whose only line holds no amount sums to null: 00,00 too, as in the spreadsheet.
         libro->Factura(kEmpresa, kFerreteria, "01/03/2026", "02/03/2026", "A", "0001-00000100", 0, 0, 0, 0);
@@ -156,18 +134,18 @@ private slots:
         QFETCH(int, porHoja);
         QFETCH(QList<int>, cuerpos);
         QFETCH(int, hojas);
+        QStringList numeradas;
+        for (int i = 1; i <= lineas; ++i)
+            numeradas << QStringLiteral("linea %1").arg(i);
         ImpresoraGrabadora imp;
-        libro::ImprimirPaginas(imp, Numeradas(lineas), QStringLiteral("ENC"), 9, qint16(porHoja));
+        libro::ImprimirPaginas(imp, numeradas.join(QStringLiteral("\r\n")), QStringLiteral("ENC"), 9, qint16(porHoja));
 
-        QCOMPARE(imp.FontName(), QStringLiteral("Courier New"));
-        QCOMPARE(imp.documentos, 1);
-        QCOMPARE(imp.hojas.size(), hojas);
+        QCOMPARE((QStringList{imp.FontName(), QString::number(imp.documentos), QString::number(imp.hojas.size())}),
+                 (QStringList{"Courier New", "1", QString::number(hojas)}));
         QStringList textos;
-        int siguiente = 1;
         for (int h = 0; h < cuerpos.size(); ++h) {
-            textos << QString() << QStringLiteral("ENC") << QString();
-            for (int i = 0; i < cuerpos[h]; ++i)
-                textos << QStringLiteral("linea %1").arg(siguiente++);
+            // Every page but the last is full.
+            textos << QString() << QStringLiteral("ENC") << QString() << numeradas.mid(cuerpos[0] * h, cuerpos[h]);
             const QString pie = QStringLiteral("Pagina %1 de %2").arg(h + 1).arg(cuerpos.size());
             textos << B(149 - int(pie.size())) + pie;
             if (hojas == cuerpos.size()) // a sheet a page: each sheet ends with its page's footer
@@ -177,16 +155,17 @@ private slots:
     }
     void salidasDelComandoImprimir()
     {
-        for (int i = 1; i <= 12; ++i) {
-            const QString numero = QStringLiteral("0001-%1").arg(i, 8, 10, QLatin1Char('0'));
-            libro->Factura(kEmpresa, kFerreteria, "01/03/2026", "05/03/2026", "A", numero, 100, 0, 21, 3);
-            libro->LineaIB(kEmpresa, kFerreteria, numero, 1, 3, "Percepción", 3);
-            libro->LineaIVA(kEmpresa, kFerreteria, numero, 1, 21, "IVA 21", 21);
-        }
-        // 4 + 36 + 8 closing lines + the empty one after the last CR LF = 49 lines; 22 a page.
+        Ancho();
+        // 4 + 40 invoices + 1 detail + 8 closing lines + the empty one after the last CR LF = 54 lines; 22 a page.
         ImpresoraGrabadora grabadora;
         QVERIFY(ImprimirLibro(S(), grabadora, 9, 25));
-        QCOMPARE(grabadora.hojas.size(), 3);
+        QCOMPARE(QPair(grabadora.documentos, grabadora.hojas.size()), QPair(1, qsizetype(3)));
+        // The first page opens with the company's name in capitals, its CUIT and the period; the
+        // second carries the ledger's next 22 lines.
+        const QString encabezado = QStringLiteral("DISTRIBUIDORA ÑANDÚ DEL LITORAL S.A. - CUIT: 20111111112") + B(56) +
+                                   QStringLiteral(" Desde: 01/03/2026 hasta 31/03/2026");
+        QCOMPARE(grabadora.Textos(0).mid(0, 4), (QStringList{QString(), encabezado, QString(), kTitulos}));
+        QCOMPARE(grabadora.Textos(1).mid(3, 22), libro::CortarLineas(libro::ComponerLibro(S())).mid(22, 22));
 
         // The text file: the recorded pages in Latin-1, a form feed between them.
         const QString txt = libro->Carpeta() + QStringLiteral("libro.txt");
@@ -196,19 +175,6 @@ private slots:
         for (int h = 0; h < grabadora.hojas.size(); ++h)
             esperado += (h > 0 ? QStringLiteral("\f") : QString()) + Texto(grabadora.Textos(h));
         QCOMPARE(Leer(txt), esperado.toLatin1());
-
-        // The PDF: legal size turned to landscape (14 x 8.5 inches), a fixed-pitch font (its pages
-        // are read back by the page-width test).
-        const QString ruta = libro->Carpeta() + QStringLiteral("libro.pdf");
-        auto pdf = ImpresoraQt::Pdf(ruta);
-        QVERIFY(ImprimirLibro(S(), *pdf, 9, 25));
-        QVERIFY(libro->Mensajes().mostrados.isEmpty());
-        const QByteArray bytes = Leer(ruta);
-        const auto caja = QRegularExpression(QStringLiteral("/MediaBox \\[0 0 ([0-9.]+) ([0-9.]+)\\]"))
-                              .match(QString::fromLatin1(bytes));
-        QCOMPARE(QPointF(caja.captured(1).toDouble(), caja.captured(2).toDouble()), QPointF(1008, 612));
-        QVERIFY(QFontDatabase::isFixedPitch(pdf->FontName()));
-        QVERIFY2(bytes.contains(QString(pdf->FontName()).remove(u' ').toLatin1()), qPrintable(pdf->FontName()));
 
         // A folder that does not exist: no file, and the error trap's critical message.
         const QString perdida = libro->Carpeta() + QStringLiteral("no/existe/libro.pdf");
@@ -236,13 +202,92 @@ private slots:
         QCOMPARE(libro->Mensajes().UltimoEstilo(), int(vb::vbInformation));
         QVERIFY(libro->Mensajes().Ultimo().endsWith(ruta));
     }
+    void anchoPdf_data()
+    {
+        QTest::addColumn<double>("fuente");
+        for (double f : {6.0, 9.0, 11.0, 14.0, 20.0})
+            QTest::addRow("fuente %g", f) << f;
+    }
+    void anchoPdf()
+    {
+        QFETCH(double, fuente);
+        Ancho();
+        const QString ruta = libro->Carpeta() + QStringLiteral("libro.pdf");
+        auto pdf = ImpresoraQt::Pdf(ruta);
+        QVERIFY(ImprimirLibro(S(), *pdf, fuente, 30));
+        QVERIFY(libro->Mensajes().mostrados.isEmpty());
+        Completo(ruta);
+        // A fixed-pitch font, embedded; at 9 points the sheet is legal size turned to landscape.
+        const QByteArray bytes = Leer(ruta);
+        QVERIFY(QFontDatabase::isFixedPitch(pdf->FontName()));
+        QVERIFY2(bytes.contains(QString(pdf->FontName()).remove(u' ').toLatin1()), qPrintable(pdf->FontName()));
+        const auto caja = QRegularExpression(QStringLiteral("/MediaBox \\[0 0 ([0-9.]+) ([0-9.]+)\\]"))
+                              .match(QString::fromLatin1(bytes));
+        if (fuente == 9)
+            QCOMPARE(QPointF(caja.captured(1).toDouble(), caja.captured(2).toDouble()), QPointF(1008, 612));
+    }
+    void papelAngosto()
+    {
+        Ancho();
+        const QString ruta = libro->Carpeta() + QStringLiteral("papel.pdf");
+        const auto papel = [&] {
+            auto p = std::make_unique<QPrinter>(QPrinter::HighResolution);
+            p->setOutputFormat(QPrinter::PdfFormat);
+            p->setOutputFileName(ruta);
+            return ImpresoraQt::Papel(std::move(p));
+        };
+        // At 9 the legal sheet holds the lines: nothing is asked.
+        QVERIFY(ImprimirLibro(S(), *papel(), 9, 30));
+        QVERIFY(libro->Mensajes().mostrados.isEmpty());
+        QFile::remove(ruta);
+
+        libro->Mensajes().Responder(vb::vbNo);
+        QVERIFY(!ImprimirLibro(S(), *papel(), 14, 30));
+        QVERIFY(!QFile::exists(ruta));
+        const QString pregunta = libro->Mensajes().Ultimo();
+        QCOMPARE(libro->Mensajes().UltimoEstilo(), int(vb::vbYesNo + vb::vbQuestion));
+        const auto m = QRegularExpression(QStringLiteral("^Con la fuente 14 .*\r\nCon la fuente (\\d+) entra completo"
+                                                         ".*con la fuente \\1\\?$"),
+                                          QRegularExpression::DotMatchesEverythingOption)
+                           .match(pregunta);
+        QVERIFY2(m.hasMatch(), qPrintable(pregunta));
+        QVERIFY(m.captured(1).toInt() < 14 && m.captured(1).toInt() >= 9);
+
+        QVERIFY(ImprimirLibro(S(), *papel(), 14, 30));
+        Completo(ruta);
+    }
 
 private:
     std::unique_ptr<LibroDePrueba> libro;
     Sesion &S() { return libro->S(); }
+
+    // A long company name and 40 invoices of wide amounts from the supplier of the long name.
+    void Ancho()
+    {
+        S().NombreUsuario = QStringLiteral("Distribuidora Ñandú del Litoral S.A.");
+        for (int i = 1; i <= 40; ++i)
+            libro->Factura(kEmpresa, kLargo, "01/03/2026", "05/03/2026", "A",
+                           QStringLiteral("0001-%1").arg(i, 8, 10, QChar(u'0')), 123456.78, 9876.5, 25925.92, 3703.7);
+        libro->LineaIVA(kEmpresa, kLargo, "0001-00000001", 1, 21, "Iva del 21:", 25925.92);
+    }
+    // The lines that must come out of the PDF whole: the totals line, "hasta" and its date, each
+    // footer.
+    void Completo(const QString &pdf)
+    {
+        QProcess p;
+        p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
+        QVERIFY2(p.waitForFinished(60000) && p.exitCode() == 0, qPrintable(p.errorString() + p.readAllStandardError()));
+        const QString texto = QString::fromUtf8(p.readAllStandardOutput());
+        const QStringList lineas = libro::CortarLineas(libro::ComponerLibro(S()));
+        const auto totales = [](const QStringList &l) { return l.filter(u"Totales:").value(0).simplified(); };
+        QVERIFY(!totales(lineas).isEmpty());
+        QCOMPARE(totales(texto.split(u'\n')), totales(lineas));
+        const int paginas = libro::TotalPaginas(lineas.size(), 30);
+        QCOMPARE(texto.count(QStringLiteral("hasta ") + S().PeriodoHasta), paginas);
+        for (int i = 1; i <= paginas; ++i)
+            QVERIFY2(texto.contains(QStringLiteral("Pagina %1 de %2").arg(i).arg(paginas)), qPrintable(texto));
+    }
 };
-
-
 
 QTEST_MAIN(TstLibroImpreso)
 #include "tst_libroimpreso.moc"
