@@ -3,7 +3,6 @@
 // that is an Access book: recognised by its first bytes, and named with the command that
 // converts it when the program tries to open it.
 
-#include "app/core/Sesion.h"
 #include "common/Archivo.h"
 #include "data/ArchivoAccess.h"
 #include "data/Esquema.h"
@@ -239,9 +238,10 @@ private slots:
         QCOMPARE(QDir(tmp.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden),
                  (QStringList{"nuevos", "viejos"}));
     }
-    // A book file is an Access book by its first bytes; the Jet 4 ones share those of Access 97,
-    // and the program's own books open everywhere else.
-    void abrir_data()
+    // An Access book is told by its first bytes (the Jet 4 ones share those of Access 97), and the
+    // message names the command that converts its folder, the paths between quotes when they hold
+    // blanks so that it can be copied as it is. Opening one names it: see the commands' tests.
+    void archivoAccess_data()
     {
         QTest::addColumn<QByteArray>("contenido");
         QTest::addColumn<bool>("access");
@@ -250,24 +250,17 @@ private slots:
         QTest::newRow("nombre sin su cero") << QByteArray("\x00\x01\x00\x00Standard Jet DBX", 20) << false;
         QTest::newRow("archivo corto") << QByteArray("\x00\x01\x00\x00Standard", 12) << false;
     }
-    void abrir()
+    void archivoAccess()
     {
         QFETCH(QByteArray, contenido);
         QFETCH(bool, access);
         QTemporaryDir tmp;
-        const QString dir = tmp.filePath(QStringLiteral("libros viejos/")), ruta = dir + QStringLiteral("kestrel.mdb");
+        const QString dir = tmp.filePath(QStringLiteral("libros viejos"));
         QDir().mkpath(dir);
-        EscribirArchivo(ruta, contenido);
-        oDB::clManejo db;
-        db.setCadenaConexion(CadenaConexion(dir, QStringLiteral("kestrel.mdb")));
-        const QString error = ErrorDe([&db] { db.Conectar(); });
-        QCOMPARE(error.contains(u"Access"), access);
-        // The path with a blank goes between quotes, so the command can be copied as it is.
-        QVERIFY2(!access || (error.contains(QStringLiteral("'%1' es un libro de Microsoft Access").arg(ruta)) &&
-                             error.contains(QStringLiteral("ivacompras importar-access \"%1\" \"%2\"")
-                                                .arg(tmp.filePath(QStringLiteral("libros viejos")),
-                                                     tmp.filePath(QStringLiteral("libros viejos-convertido"))))),
-                 qPrintable(error));
+        EscribirArchivo(dir + QStringLiteral("/kestrel.mdb"), contenido);
+        const QString mensaje = archivoaccess::MensajeArchivoAccess(dir + QStringLiteral("/kestrel.mdb"));
+        QVERIFY2(mensaje.contains(QStringLiteral("ivacompras importar-access \"%1\" \"%1-convertido\"").arg(dir)) == access,
+                 qPrintable(mensaje));
     }
 };
 
