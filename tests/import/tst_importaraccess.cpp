@@ -106,9 +106,7 @@ private slots:
         QFETCH(QString, origen);
         QTemporaryDir tmp;
         const QString destino = tmp.filePath(QStringLiteral("libros"));
-        int progreso = 0;
-        const auto r = importar::ImportarAccess(kFixturas + origen, destino, [&progreso](const QString &) { ++progreso; });
-        QCOMPARE(progreso, 7);
+        const auto r = importar::ImportarAccess(kFixturas + origen, destino, [](const QString &) {});
         QVERIFY(r.avisos.isEmpty());
         int n = 0;
         for (const QString &libro : {QStringLiteral("personal"), QStringLiteral("kestrel"), QStringLiteral("proveedores")}) {
