@@ -32,8 +32,7 @@ private slots:
         QStringList empresas;
         // Every CUIT with its check digit, as the 11 digits alone the tax authority's files take.
         QCOMPARE((QList<bool>{demo::CuitValido(u"30712345671"_qs), demo::CuitValido(u"30712345672"_qs),
-                              demo::CuitValido(u"30-71234567-1"_qs)}),
-                 (QList<bool>{true, false, false}));
+                              demo::CuitValido(u"30-71234567-1"_qs)}), (QList<bool>{true, false, false}));
         for (const QString &c : usr + Filas(libro, QStringLiteral("select PRVSNRCUIT from PRV"))) {
             QVERIFY2(demo::CuitValido(c), qPrintable(c));
             if (usr.contains(c))
