@@ -36,13 +36,13 @@ QMap<QString, QByteArray> Contenido(const QString &dir)
 
 // A table of the new book and its expected rows, a line each, every value as its storage class and
 // text, worked out by SQLite alike for both: a date keeps its day (a time is dropped), currency
-// compares at four decimals. conHora counts the expected rows with a time in a date column.
-QPair<QStringList, QStringList> Tabla(const QString &libro, const QJsonObject &tabla, const QString &jsonl, long &conHora)
+// compares at four decimals. horas counts the expected rows with a time in a date column.
+QPair<QStringList, QStringList> Tabla(const QString &libro, const QJsonObject &tabla, const QString &jsonl, long &horas)
 {
     QStringList leida, esperada, hora{QStringLiteral("0")}, leidas, esperadas;
     for (const QJsonValue &c : tabla[u"columns"].toArray()) {
         const QString n = c[u"name"].toString(), tipo = c[u"type"].toString();
-        const QString col = n == u"CUIT_USUARIO" ? QStringLiteral("USRSNRCUIT") : n == u"CUIT_PROVEEDOR" ? QStringLiteral("PRVSNRCUIT") : n;
+        const QString col = n == u"CUIT_USUARIO" ? u"USRSNRCUIT"_qs : n == u"CUIT_PROVEEDOR" ? u"PRVSNRCUIT"_qs : n;
         const QString json = QStringLiteral("json_extract(?1, '$.%1')").arg(n);
         const QString texto = tipo == u"CURRENCY" ? QStringLiteral("printf('%.4f', %1)")
                               : tipo == u"DOUBLE" ? QStringLiteral("printf('%.17g', %1)")
@@ -61,19 +61,21 @@ QPair<QStringList, QStringList> Tabla(const QString &libro, const QJsonObject &t
         if (sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &st, nullptr) != SQLITE_OK)
             qFatal("%s in: %s", sqlite3_errmsg(db), qPrintable(sql));
         sqlite3_bind_text(st, 1, json.constData(), int(json.size()), SQLITE_STATIC);
-        long horas = 0;
+        long conHora = 0;
         while (sqlite3_step(st) == SQLITE_ROW) {
             out << QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(st, 0)));
-            horas += sqlite3_column_int(st, 1);
+            conHora += sqlite3_column_int(st, 1);
         }
         sqlite3_finalize(st);
-        return horas;
+        return conHora;
     };
     const QString sep = QStringLiteral(" || '|' || ");
-    filas(QStringLiteral("select %1, 0 from %2 order by rowid").arg(leida.join(sep), tabla[u"name"].toString()), {}, leidas);
+    const QString sql = QStringLiteral("select %1, 0 from %2 order by rowid");
+    filas(sql.arg(leida.join(sep), tabla[u"name"].toString()), {}, leidas);
+    const QString expresiones = QStringLiteral("select %1, %2").arg(esperada.join(sep), hora.join(u" or "));
     for (const QByteArray &linea : Leer(jsonl).split('\n'))
         if (!linea.isEmpty())
-            conHora += filas(QStringLiteral("select %1, %2").arg(esperada.join(sep), hora.join(u" or ")), linea, esperadas);
+            horas += filas(expresiones, linea, esperadas);
     sqlite3_close(db);
     return {leidas, esperadas};
 }
@@ -110,12 +112,13 @@ private slots:
         QVERIFY(r.avisos.isEmpty());
         int n = 0;
         for (const QString &libro : {QStringLiteral("personal"), QStringLiteral("kestrel"), QStringLiteral("proveedores")}) {
-            const QJsonObject esquema = QJsonDocument::fromJson(Leer(kFixturas + QStringLiteral("expected/%1/schema.json").arg(libro))).object();
+            const QString esperado = kFixturas + QStringLiteral("expected/") + libro;
+            const QJsonObject esquema = QJsonDocument::fromJson(Leer(esperado + u"/schema.json"_qs)).object();
             for (const QJsonValue &t : esquema[u"tables"].toArray()) {
                 const QString nombre = t[u"name"].toString();
                 long conHora = 0;
-                const auto [leidas, esperadas] = Tabla(QStringLiteral("%1/%2.mdb").arg(destino, libro), t.toObject(),
-                                                       kFixturas + QStringLiteral("expected/%1/%2.jsonl").arg(libro, nombre), conHora);
+                const auto [leidas, esperadas] = Tabla(destino + u'/' + libro + QStringLiteral(".mdb"), t.toObject(),
+                                                       esperado + u'/' + nombre + QStringLiteral(".jsonl"), conHora);
                 QCOMPARE(leidas, esperadas);
                 // The rows counted in the new book and those reported with a time dropped.
                 const importar::TablaImportada ti = r.tablas.value(n++);
@@ -183,8 +186,8 @@ private slots:
         try {
             const auto r = importar::CopiarFilas(db, QStringLiteral("kestrel.mdb"), QStringLiteral("PRV"), fuente, avisos);
             sqlite3_stmt *st = nullptr;
-            sqlite3_prepare_v2(db, "select ifnull(PRVSNRCUIT, '') || '|' || ifnull(PRVSNOMBRE, '') || '|' || ifnull(PRVFALTA, '') from PRV",
-                               -1, &st, nullptr);
+            sqlite3_prepare_v2(db, "select printf('%s|%s|%s', PRVSNRCUIT, PRVSNOMBRE, PRVFALTA) from PRV", -1, &st,
+                               nullptr);
             sqlite3_step(st);
             visto = QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(st, 0))) + u'|' +
                     QString::number(r.filasConHora) + u'|' + r.omitidas.join(u',');
@@ -257,7 +260,7 @@ private slots:
         QDir().mkpath(dir);
         EscribirArchivo(dir + QStringLiteral("/kestrel.mdb"), contenido);
         const QString mensaje = archivoaccess::MensajeArchivoAccess(dir + QStringLiteral("/kestrel.mdb"));
-        QVERIFY2(mensaje.contains(QStringLiteral("ivacompras importar-access \"%1\" \"%1-convertido\"").arg(dir)) == access,
+        QVERIFY2(mensaje.contains(u"ivacompras importar-access \"%1\" \"%1-convertido\""_qs.arg(dir)) == access,
                  qPrintable(mensaje));
     }
 };

@@ -147,8 +147,9 @@ private slots:
         QTest::keyClick(w.Grd, Qt::Key_Delete);
 
         const QString clave = QStringLiteral("PRVSNRCUIT = '%1' and IVCSNROFAC = '%2'").arg(kUno, numero);
-        QCOMPARE((QList<long>{libro->Contar("IVC", clave), libro->Contar("IVC_DetIVA", clave), libro->Contar("IVC_Gravado", clave),
-                              libro->Contar("IVC_DetIngBrutos"), libro->Contar("IVC")}),
+        QCOMPARE((QList<long>{libro->Contar("IVC", clave), libro->Contar("IVC_DetIVA", clave),
+                              libro->Contar("IVC_Gravado", clave), libro->Contar("IVC_DetIngBrutos"),
+                              libro->Contar("IVC")}),
                  (QList<long>{0, 0, 0, 1, numero == QLatin1String("9") ? 4L : 5L}));
         QCOMPARE(w.Grd->Rows(), filasDespues);
         QVERIFY(libro->Mensajes().mostrados.isEmpty());
@@ -231,7 +232,7 @@ private slots:
         // The three files of the session's period (their bytes are checked with the export).
         QCOMPARE(QDir(dir).entryList(QDir::Files),
                  (QStringList{"noviembre COMPRAS ALICUOTAS.txt", "noviembre COMPRAS COMPRBTE.txt", "noviembre.xls"}));
-        QCOMPARE(QString::number(Leer(dir + "noviembre COMPRAS COMPRBTE.txt").count("\r\n")) + libro->Mensajes().Ultimo(),
+        QCOMPARE(QString::number(Leer(dir + "noviembre COMPRAS COMPRBTE.txt").count('\n')) + libro->Mensajes().Ultimo(),
                  QStringLiteral("3Archivos Generados"));
     }
     // F6: company, month and year chosen with the keyboard and confirmed; F6 again left with Esc
@@ -248,9 +249,9 @@ private slots:
         QTest::keyClick(w.Grd, Qt::Key_F6);
         const Sesion &s = libro->S();
         // Remembered; the total refreshed, but the company and period labels are set only at start.
-        QCOMPARE((QStringList{s.CuitUsuario, s.NombreUsuario, s.ConIva, s.DomicilioUsuario, s.EmailUsuario, s.PeriodoDesde,
-                              QString::number(s.MesPeriodo), Recordado("USRSNROCUIT"), Recordado("IVCFPERIOD"),
-                              w.LbTot->text(), w.lbUSRSNOMBR->text()}),
+        QCOMPARE((QStringList{s.CuitUsuario, s.NombreUsuario, s.ConIva, s.DomicilioUsuario, s.EmailUsuario,
+                              s.PeriodoDesde, QString::number(s.MesPeriodo), Recordado("USRSNROCUIT"),
+                              Recordado("IVCFPERIOD"), w.LbTot->text(), w.lbUSRSNOMBR->text()}),
                  (QStringList{kBeta, "Beta SRL", "N", "Calle 1", "info@empresa.com.ar", "01/12/2005", "12", kBeta,
                               "01/12/2005", "121,00", "Alfa SA"}));
         QCOMPARE(FilasGrilla(w), QStringList{QStringLiteral("02/12/05|A|1|30-70000000-2|Proveedor Dos|100,00|00,00|21,00|0|121,00|21")});
