@@ -23,7 +23,11 @@ private slots:
         impresora = ImpresoraGrabadora();
         libro->S().impresora = &impresora;
     }
-    void cleanup() { libro.reset(); }
+    void cleanup()
+    {
+        ventana.reset();
+        libro.reset();
+    }
     void arranque_data()
     {
         QTest::addColumn<QString>("cuit");
@@ -71,24 +75,21 @@ private slots:
                 QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
                 recorrido << QApplication::focusWidget()->objectName();
             }
-            QTest::keyClick(f.VScroll1, Qt::Key_Up);
-            recorrido << f.TxtYear->text();
-            QTest::keyClick(f.VScroll1, Qt::Key_Down);
-            QTest::keyClick(f.VScroll1, Qt::Key_Down);
-            recorrido << f.TxtYear->text();
+            for (const Qt::Key tecla : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Down}) {
+                QTest::keyClick(f.VScroll1, tecla);
+                recorrido << f.TxtYear->text();
+            }
             QTest::keyClick(f.TxtYear, Qt::Key_Escape);
         });
         QVERIFY(!w.Form_Load());
-        QCOMPARE(recorrido, (QStringList{"cboMES", "TxtYear", "VScroll1", "cboUSR", "2027", "2025"}));
+        QCOMPARE(recorrido, (QStringList{"cboMES", "TxtYear", "VScroll1", "cboUSR", "2027", "2026", "2025"}));
         QVERIFY(libro->S().Cancelado && !w.isVisible());
         QCOMPARE(w.lbUSRSNOMBR->text() + Recordado("USRSNROCUIT") + QString::number(w.Grd->Rows()), QStringLiteral("1"));
     }
-
     // A book of companies that cannot be opened: the message names it, the list stays empty.
     void arranqueSinBaseDeEmpresas()
     {
-        libro->S().ajustes.Guardar(QStringLiteral("FACTURACION"), QStringLiteral("BASES"), QStringLiteral("PERSONAL"),
-                                   libro->Carpeta() + QStringLiteral("no/"));
+        libro->S().ajustes.Guardar("FACTURACION", "BASES", "PERSONAL", libro->Carpeta() + QStringLiteral("no/"));
         frmMAIN w(libro->S());
         int empresas = -1;
         AlAbrirse<frmOpciones>([&empresas](frmOpciones &f) {
@@ -100,12 +101,9 @@ private slots:
         QCOMPARE(libro->Mensajes().UltimoEstilo(), int(vb::vbCritical));
         QVERIFY(libro->Mensajes().Ultimo().contains(libro->Carpeta() + QStringLiteral("no/personal.mdb")));
     }
-
     void listaYTotales()
     {
-        libro->Recordar(kAlfa, kNov);
-        frmMAIN w(libro->S());
-        QVERIFY(Arrancar(w));
+        frmMAIN &w = Abrir(kAlfa);
         for (int c = 0; c < 11; ++c)
             QCOMPARE(w.Grd->isColumnHidden(c), c == 3 || c == 10);
         // Amounts "00.00"; the IIBB column as the book returns it; the raw VAT in column 10.
@@ -120,10 +118,7 @@ private slots:
     }
     void periodoSinFacturas()
     {
-        libro->Recordar(kBeta, kNov);
-        frmMAIN w(libro->S());
-        QVERIFY(Arrancar(w));
-        QCOMPARE(w.Grd->Rows(), 2);
+        frmMAIN &w = Abrir(kBeta);
         QCOMPARE(FilasGrilla(w), QStringList{QStringLiteral("||||||||||")});
         QCOMPARE(Totales(w), QStringLiteral("00,00|00,00|00,00|00,00|00,00"));
         // Delete on the blank row deletes nothing.
@@ -145,43 +140,44 @@ private slots:
         QFETCH(int, arriba);
         QFETCH(QString, numero);
         QFETCH(int, filasDespues);
-        libro->Recordar(kAlfa, kNov);
-        frmMAIN w(libro->S());
-        QVERIFY(Arrancar(w));
+        frmMAIN &w = Abrir(kAlfa);
         for (int i = 0; i < arriba; ++i)
             QTest::keyClick(w.Grd, Qt::Key_Up);
         QCOMPARE(w.Grd->TextMatrix(w.Grd->Row(), 2), numero);
         QTest::keyClick(w.Grd, Qt::Key_Delete);
 
         const QString clave = QStringLiteral("PRVSNRCUIT = '%1' and IVCSNROFAC = '%2'").arg(kUno, numero);
-        QList<long> quedan;
-        for (const char *t : {"IVC", "IVC_DetIVA", "IVC_Gravado"})
-            quedan << libro->Contar(QString::fromLatin1(t), clave);
-        quedan << libro->Contar(QStringLiteral("IVC_DetIngBrutos")) << libro->Contar(QStringLiteral("IVC"));
-        QCOMPARE(quedan, (QList<long>{0, 0, 0, 1, numero == QLatin1String("9") ? 4L : 5L}));
+        QCOMPARE((QList<long>{libro->Contar("IVC", clave), libro->Contar("IVC_DetIVA", clave),
+                              libro->Contar("IVC_Gravado", clave), libro->Contar("IVC_DetIngBrutos"),
+                              libro->Contar("IVC")}),
+                 (QList<long>{0, 0, 0, 1, numero == QLatin1String("9") ? 4L : 5L}));
         QCOMPARE(w.Grd->Rows(), filasDespues);
         QVERIFY(libro->Mensajes().mostrados.isEmpty());
         // The totals labels keep their text until the next refresh.
         QCOMPARE(Totales(w), QStringLiteral("305,00|10,50|64,05|07,50|387,05"));
     }
     // Esc and F12 check the print fields alike; Esc saves valid ones and closes, F12 prints nothing
-    // when they do not serve.
+    // when they do not serve and else prints with the values on screen, saving nothing.
     void camposImpresion_data()
     {
         QTest::addColumn<int>("tecla");
         QTest::addColumn<QString>("fuente");
         QTest::addColumn<QString>("lineas");
         QTest::addColumn<QString>("mensaje");
+        QTest::addColumn<int>("hojas"); // printed
         const int esc = Qt::Key_Escape, f12 = Qt::Key_F12;
-        QTest::newRow("Esc, fuente") << esc << "abc" << "30" << "El campo FUENTE debe ser Númerico";
-        QTest::newRow("Esc, lineas") << esc << "10" << "3x" << "El campo LINEAS x HOJA debe ser Númerico";
-        QTest::newRow("Esc, ambos: la fuente primero") << esc << "" << "" << "El campo FUENTE debe ser Númerico";
-        QTest::newRow("Esc, validos") << esc << "10,5" << "40" << "";
-        QTest::newRow("F12, fuente") << f12 << "abc" << "30" << "El campo FUENTE debe ser Númerico";
+        QTest::newRow("Esc, fuente") << esc << "abc" << "30" << "El campo FUENTE debe ser Númerico" << 0;
+        QTest::newRow("Esc, lineas") << esc << "10" << "3x" << "El campo LINEAS x HOJA debe ser Númerico" << 0;
+        QTest::newRow("Esc, ambos: la fuente primero") << esc << "" << "" << "El campo FUENTE debe ser Númerico" << 0;
+        QTest::newRow("Esc, validos") << esc << "10,5" << "40" << "" << 0;
+        QTest::newRow("F12, fuente") << f12 << "abc" << "30" << "El campo FUENTE debe ser Númerico" << 0;
         // Lines per page beyond a 16-bit integer end the key quietly.
-        QTest::newRow("F12, lineas fuera de 16 bits") << f12 << "9" << "40000" << "";
+        QTest::newRow("F12, lineas fuera de 16 bits") << f12 << "9" << "40000" << "" << 0;
         QTest::newRow("F12, cero lineas: la trampa del libro")
-            << f12 << "9" << "0" << "División por cero\r\n\r\n11 - Seccion [MORLAxDLL.modGBPROC.ImprimirLibro]";
+            << f12 << "9" << "0" << "División por cero\r\n\r\n11 - Seccion [MORLAxDLL.modGBPROC.ImprimirLibro]" << 0;
+        // The values read at start: 9 points, 30 lines a page.
+        QTest::newRow("F12, los valores de inicio") << f12 << "9" << "30" << "" << 1;
+        QTest::newRow("F12, otros valores") << f12 << "10,5" << "13" << "" << 2;
     }
     void camposImpresion()
     {
@@ -189,9 +185,8 @@ private slots:
         QFETCH(QString, fuente);
         QFETCH(QString, lineas);
         QFETCH(QString, mensaje);
-        libro->Recordar(kAlfa, kNov);
-        frmMAIN w(libro->S());
-        ArrancarYMostrar(w);
+        QFETCH(int, hojas);
+        frmMAIN &w = Abrir(kAlfa);
         Campo(w.txtIMPFuente, fuente);
         Campo(w.txtIMPLinxHoja, lineas);
         QTest::keyClick(w.txtIMPLinxHoja, Qt::Key(tecla));
@@ -200,76 +195,51 @@ private slots:
         QCOMPARE(m.mostrados.size(), mensaje.isEmpty() ? 0 : 1);
         if (!mensaje.isEmpty())
             QCOMPARE(m.Ultimo() + QString::number(m.UltimoEstilo()), mensaje + QString::number(vb::vbCritical));
-        QVERIFY(impresora.hojas.isEmpty());
+        QCOMPARE(impresora.hojas.size(), hojas);
         const bool cerrada = tecla == Qt::Key_Escape && mensaje.isEmpty();
         QCOMPARE(w.isVisible(), !cerrada);
-        QCOMPARE(Ajuste("CFGIMPFUEN") + u'|' + Ajuste("CFGIMPLIXP"), cerrada ? fuente + u'|' + lineas : QStringLiteral("|"));
+        const Ajustes &a = libro->S().ajustes;
+        QCOMPARE(a.Leer("FACTURACION", "IVC", "CFGIMPFUEN") + u'|' + a.Leer("FACTURACION", "IVC", "CFGIMPLIXP"),
+                 cerrada ? fuente + u'|' + lineas : QStringLiteral("|"));
         // Closed: the book let go; the session keeps the values read at start.
         QVERIFY(!cerrada || (!libro->S().dbLibro && libro->S().ImpFuente == 9.0));
-    }
-    void f12ImprimeConLosValoresDePantalla()
-    {
-        libro->Recordar(kAlfa, kNov);
-        frmMAIN w(libro->S());
-        ArrancarYMostrar(w);
-        QTest::keyClick(w.Grd, Qt::Key_F12);
-        // The settings read at start: 9 points, 30 lines a page.
-        QCOMPARE(QPair(impresora.documentos, impresora.hojas.size()), QPair(1, qsizetype(1)));
-        QCOMPARE(impresora.hojas[0][3].puntos, 9.0);
+        if (hojas == 0)
+            return;
+        // One document, the header a point larger, and the focus where it was.
+        const double puntos = QString(fuente).replace(u',', u'.').toDouble();
+        QCOMPARE(QPair(impresora.hojas[0][1].puntos, impresora.hojas[0][3].puntos), QPair(puntos + 1, puntos));
+        QCOMPARE(impresora.documentos, 1);
         QVERIFY(impresora.Textos().contains(QStringLiteral("TOTAL 387,05")));
-        QCOMPARE(QApplication::focusWidget(), static_cast<QWidget *>(w.Grd));
-
-        Campo(w.txtIMPFuente, QStringLiteral("10,5"));
-        Campo(w.txtIMPLinxHoja, QStringLiteral("13"));
-        impresora = ImpresoraGrabadora();
-        QTest::keyClick(w.txtIMPLinxHoja, Qt::Key_F12);
-        QVERIFY(impresora.hojas.size() > 1);
-        // The header a point larger.
-        QCOMPARE(QPair(impresora.hojas[0][1].puntos, impresora.hojas[0][3].puntos), QPair(11.5, 10.5));
-
-        // Nothing saved, the focus where it was.
-        QCOMPARE(Ajuste("CFGIMPFUEN") + Ajuste("CFGIMPLIXP") + libro->Mensajes().Ultimo(), QString());
         QCOMPARE(QApplication::focusWidget(), static_cast<QWidget *>(w.txtIMPLinxHoja));
     }
-    void f10_data()
-    {
-        QTest::addColumn<QString>("nombre"); // empty: the save dialog cancelled
-        QTest::newRow("dialogo respondido") << "noviembre";
-        QTest::newRow("dialogo cancelado") << "";
-    }
     // F10 writes the period's spreadsheet and the two tax-authority files where the save dialog
-    // (owned by the main window) says.
+    // (owned by the main window) says; cancelled, nothing.
     void f10()
     {
-        QFETCH(QString, nombre);
         const QString dir = libro->Carpeta() + QStringLiteral("salida/");
         QDir().mkpath(dir);
-        DialogoGuion dialogo(nombre.isEmpty() ? QString() : dir + nombre);
+        DialogoGuion dialogo;
         libro->S().dialogo = &dialogo;
-        libro->Recordar(kAlfa, kNov);
-        frmMAIN w(libro->S());
-        ArrancarYMostrar(w);
+        frmMAIN &w = Abrir(kAlfa);
         QTest::keyClick(w.Grd, Qt::Key_F10);
+        QCOMPARE(QDir(dir).entryList(QDir::Files).size() + libro->Mensajes().mostrados.size(), 0);
 
-        QCOMPARE(dialogo.pedidos.size(), 1);
-        QCOMPARE(dialogo.pedidos[0].propietario, &w);
+        dialogo.respuesta = dir + QStringLiteral("noviembre");
+        QTest::keyClick(w.Grd, Qt::Key_F10);
+        QCOMPARE(dialogo.pedidos.size(), 2);
+        QCOMPARE(dialogo.pedidos[1].propietario, &w);
         QVERIFY(w.isVisible());
         // The three files of the session's period (their bytes are checked with the export).
-        const QStringList archivos{"noviembre COMPRAS ALICUOTAS.txt", "noviembre COMPRAS COMPRBTE.txt", "noviembre.xls"};
-        QCOMPARE(libro->Mensajes().mostrados.size(), nombre.isEmpty() ? 0 : 1);
-        QCOMPARE(QDir(dir).entryList(QDir::Files), nombre.isEmpty() ? QStringList() : archivos);
-        if (!nombre.isEmpty())
-            QCOMPARE(QString::number(Leer(dir + "noviembre COMPRAS COMPRBTE.txt").count("\r\n")) + libro->Mensajes().Ultimo(),
-                     QStringLiteral("3Archivos Generados"));
+        QCOMPARE(QDir(dir).entryList(QDir::Files),
+                 (QStringList{"noviembre COMPRAS ALICUOTAS.txt", "noviembre COMPRAS COMPRBTE.txt", "noviembre.xls"}));
+        QCOMPARE(QString::number(Leer(dir + "noviembre COMPRAS COMPRBTE.txt").count('\n')) + libro->Mensajes().Ultimo(),
+                 QStringLiteral("3Archivos Generados"));
     }
     // F6: company, month and year chosen with the keyboard and confirmed; F6 again left with Esc
     // changes nothing.
     void f6()
     {
-        libro->Recordar(kAlfa, QStringLiteral("01/10/2026"));
-        frmMAIN w(libro->S());
-        ArrancarYMostrar(w);
-        QCOMPARE(w.LbTot->text(), QStringLiteral("01,00"));
+        frmMAIN &w = Abrir(kAlfa, QStringLiteral("01/10/2026"));
         AlAbrirse<frmOpciones>([](frmOpciones &f) {
             QTest::keyClick(f.cboUSR, Qt::Key_Down); // Alfa SA -> Beta SRL
             QTest::keyClick(f.cboMES, Qt::Key_End);
@@ -278,14 +248,13 @@ private slots:
         });
         QTest::keyClick(w.Grd, Qt::Key_F6);
         const Sesion &s = libro->S();
+        // Remembered; the total refreshed, but the company and period labels are set only at start.
         QCOMPARE((QStringList{s.CuitUsuario, s.NombreUsuario, s.ConIva, s.DomicilioUsuario, s.EmailUsuario,
-                              s.PeriodoDesde, QString::number(s.MesPeriodo)}),
-                 (QStringList{kBeta, "Beta SRL", "N", "Calle 1", "info@empresa.com.ar", "01/12/2005", "12"}));
-        QCOMPARE(Recordado("USRSNROCUIT") + u' ' + Recordado("IVCFPERIOD"), kBeta + QStringLiteral(" 01/12/2005"));
+                              s.PeriodoDesde, QString::number(s.MesPeriodo), Recordado("USRSNROCUIT"),
+                              Recordado("IVCFPERIOD"), w.LbTot->text(), w.lbUSRSNOMBR->text()}),
+                 (QStringList{kBeta, "Beta SRL", "N", "Calle 1", "info@empresa.com.ar", "01/12/2005", "12", kBeta,
+                              "01/12/2005", "121,00", "Alfa SA"}));
         QCOMPARE(FilasGrilla(w), QStringList{QStringLiteral("02/12/05|A|1|30-70000000-2|Proveedor Dos|100,00|00,00|21,00|0|121,00|21")});
-        QCOMPARE(w.LbTot->text(), QStringLiteral("121,00"));
-        // The company and period labels are set only at start.
-        QCOMPARE(w.lbUSRSNOMBR->text(), QStringLiteral("Alfa SA"));
 
         AlAbrirse<frmOpciones>([](frmOpciones &f) {
             QTest::keyClick(f.cboUSR, Qt::Key_Up);
@@ -301,9 +270,7 @@ private slots:
     // and the remembered choice do not, and the list shows the new company in the old period.
     void f6EmpresaBorrada()
     {
-        libro->Recordar(kAlfa, QStringLiteral("01/12/2005"));
-        frmMAIN w(libro->S());
-        ArrancarYMostrar(w);
+        frmMAIN &w = Abrir(kAlfa, QStringLiteral("01/12/2005"));
         AlAbrirse<frmOpciones>([this](frmOpciones &f) {
             libro->Ejecutar(QStringLiteral("personal.mdb"), {QStringLiteral("delete from USR where USRSNRCUIT = '%1'").arg(kBeta)});
             QTest::keyClick(f.cboUSR, Qt::Key_Down);
@@ -320,6 +287,14 @@ private slots:
     }
 
 private:
+    // The main window started on the company and period given and shown.
+    frmMAIN &Abrir(const QString &cuit, const QString &periodo = kNov)
+    {
+        libro->Recordar(cuit, periodo);
+        ventana = std::make_unique<frmMAIN>(libro->S());
+        ArrancarYMostrar(*ventana);
+        return *ventana;
+    }
     QStringList FilasGrilla(const frmMAIN &w) const
     {
         QStringList out;
@@ -338,11 +313,8 @@ private:
         return QStringList{w.lbTGrav->text(), w.lbTNoGrav->text(), w.lbIva21->text(), w.lbINGBRU->text(), w.LbTot->text()}
             .join(u'|');
     }
-    QString Ajuste(const char *clave) const
-    {
-        return libro->S().ajustes.Leer(QStringLiteral("FACTURACION"), QStringLiteral("IVC"), QString::fromLatin1(clave));
-    }
     std::unique_ptr<LibroDePrueba> libro;
+    std::unique_ptr<frmMAIN> ventana;
     ImpresoraGrabadora impresora;
 };
 
