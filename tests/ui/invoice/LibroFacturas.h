@@ -96,13 +96,10 @@ protected:
             libro->LineaGravado(kEmpresa, kAcme, kNumero, 1, gravado);
     }
     // The modify window on that invoice, filled from its list row as the main window fills it.
-    std::unique_ptr<frmMODConcepto> Modificar(double gravado, double iva, double ingBrutos,
-                                              const QString &tipo = "B")
+    std::unique_ptr<frmMODConcepto> Modificar(double gravado, double iva, double ingBrutos, const QString &tipo = "B")
     {
-        const FilaFactura f{"05/10/26", tipo, kNumero, kAcme, gravado, 5,
-                            ingBrutos, gravado + 5 + iva + ingBrutos, iva};
         auto w = std::make_unique<frmMODConcepto>(libro->S(), &principal);
-        w->Cargar(f);
+        w->Cargar({"05/10/26", tipo, kNumero, kAcme, gravado, 5, ingBrutos, gravado + 5 + iva + ingBrutos, iva});
         Mostrar(*w);
         return w;
     }

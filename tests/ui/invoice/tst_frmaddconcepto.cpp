@@ -173,7 +173,6 @@ private slots:
         QCOMPARE(Contar("IVC"), 0L);
 
         LineaIVA(*w, "10.5", "10,50");
-        QCOMPARE(Contar("IVC"), 1L);
         // From now on the header save updates, and so checks "Gravado": refused, no line.
         Campo(w->txtIVCDETDSC, "it's");
         LineaIVA(*w, "27", "27");
@@ -193,9 +192,8 @@ private slots:
         QCOMPARE(Msg().Ultimo() + u' ' + w->lbTotalFactura->text(), "Confirma eliminar el concepto seleccinado? 10,50");
         Borrar(w->lstIVC_DetIVA, Msg());
         // The last line gone: the supplier is free again; this window leaves IVARIN as it was.
-        QVERIFY(w->cboProv->isEnabled());
         QCOMPARE(w->lbIVATotal->text() + Filas("select IVARIN from IVC").join(u'/'), "00,0010,5");
-        QCOMPARE(Contar("IVC_DetIVA"), 1L);
+        QVERIFY(w->cboProv->isEnabled() && Contar("IVC_DetIVA") == 1);
     }
 
     // Esc empties the VAT line boxes and never closes. Closing without a header save: the taxed
@@ -207,12 +205,10 @@ private slots:
         libro->Ejecutar("CREATE TRIGGER ignorar BEFORE INSERT ON IVC BEGIN SELECT RAISE(IGNORE); END");
         Gravado(*w, "100");
         LineaIVA(*w, "21", "21");
-        QVERIFY(!w->Guardado());
         Campo(w->txtIVCDETIVA, "21");
         Campo(w->txtIVCDETDSC, "algo");
         Tecla(Qt::Key_Escape);
-        QCOMPARE(w->txtIVCDETIVA->text() + w->txtIVCDETDSC->text(), QString());
-        QCOMPARE(Foco(), w->lstIVC_DetIVA);
+        QCOMPARE(w->txtIVCDETIVA->text() + w->txtIVCDETDSC->text() + Foco()->objectName(), "lstIVC_DetIVA");
         w->cboProv->setFocus();
         Teclas({Qt::Key_Escape, Qt::Key_Escape});
         QVERIFY(w->isVisible() && Msg().mostrados.isEmpty());
@@ -224,9 +220,8 @@ private slots:
         QCOMPARE(QPair(w->isVisible(), Contar("IVC_Gravado")), QPair(true, 1L));
 
         Tecla(Qt::Key_Return); // Yes
-        QVERIFY(!w->isVisible());
-        QCOMPARE((QList<long>{Contar("IVC_Gravado"), Contar("IVC_DetIVA"), principal.recargas}),
-                 (QList<long>{0, 1, 0}));
+        QCOMPARE((QList<long>{w->isVisible(), Contar("IVC_Gravado"), Contar("IVC_DetIVA"), principal.recargas}),
+                 (QList<long>{0, 0, 1, 0}));
     }
 
     // Supplier tracking: with "Registrar en Seguimiento Proveedores" ticked (it starts unticked),
@@ -251,9 +246,8 @@ private slots:
         Gravado(*w, "100");
         LineaIVA(*w, "21", "21");
         Guardar(*w);
-        QCOMPARE(Msg().mostrados.size(), 1);
         QVERIFY(Aviso().endsWith(Con(" - seccion [MORLA.SP_EnviarASeguimiento (modGBPROC)]", vb::vbCritical)));
-        QVERIFY(w->isVisible());
+        QVERIFY(Msg().mostrados.size() == 1 && w->isVisible());
         QCOMPARE(Filas("select PRVSNRCUIT,IVCSNROFAC,IVCDNOGRAV,IVCDGRAVAD,IVARIN from IVC"),
                  QStringList{"30700000022|0001-00000042|5|100|21"});
         QVERIFY(Publicadas().isEmpty());

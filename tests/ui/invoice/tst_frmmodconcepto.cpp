@@ -23,8 +23,7 @@ class TstFrmMODConcepto : public QObject, Facturas
     }
     QStringList Cabecera() const
     {
-        return Filas(QStringLiteral("select PRVSNRCUIT,IVCFPERIOD,IVCFCOMPRO,IVCSNROFAC,IVCDGRAVAD,IVARIN from IVC "
-                                    "order by IVCSNROFAC"));
+        return Filas("select PRVSNRCUIT,IVCFPERIOD,IVCFCOMPRO,IVCSNROFAC,IVCDGRAVAD,IVARIN from IVC order by 4");
     }
 
 private slots:
@@ -51,8 +50,7 @@ private slots:
         QCOMPARE(QPair(principal.recargas, principal.totales), QPair(3, 3));
         QVERIFY(w->isVisible());
         Tecla(Qt::Key_Escape);
-        QVERIFY(!w->isVisible() && Msg().mostrados.isEmpty());
-        QCOMPARE(principal.recargas, 4);
+        QVERIFY(!w->isVisible() && Msg().mostrados.isEmpty() && principal.recargas == 4);
     }
 
     // A voucher type outside the list, as books written elsewhere carry, survives a save.
@@ -109,7 +107,6 @@ private slots:
         Teclas({Qt::Key_Home, Qt::Key_Down, Qt::Key_Down});
         w->VScroll->setFocus();
         Tecla(Qt::Key_Down);
-        QCOMPARE(w->TxtYear->text(), "2025");
         QVERIFY(TabHasta(w->cmdCambiarPeriodo));
         Tecla(Qt::Key_Return);
         QCOMPARE(Aviso(), Con("Se ha cambiado CORRECTAMENTE el período", vb::vbInformation));
@@ -129,8 +126,7 @@ private slots:
         Msg().Limpiar();
         auto w2 = Modificar(100, 21, 0);
         Tecla(Qt::Key_Escape);
-        QVERIFY(!w2->isVisible() && Msg().mostrados.isEmpty());
-        QCOMPARE(principal.recargas, 0);
+        QVERIFY(!w2->isVisible() && Msg().mostrados.isEmpty() && principal.recargas == 0);
     }
 
     // VAT lines on this window: its taxed-amount combo moves on with Enter; the line goes in after
@@ -149,8 +145,7 @@ private slots:
         QCOMPARE(Cabecera(), QStringList{"30700000011|01/11/2026|05/10/2026|0001-5|100|31,5"});
         Borrar(w->lstIVC_DetIVA, Msg());
         Borrar(w->lstIVC_DetIVA, Msg());
-        QCOMPARE(Cabecera().value(0).section(u'|', 5), "0");
-        QVERIFY(w->cboProv->isEnabled());
+        QVERIFY(Cabecera().value(0).endsWith("|100|0") && w->cboProv->isEnabled());
     }
 };
 

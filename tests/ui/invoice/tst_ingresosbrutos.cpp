@@ -11,7 +11,7 @@ class TstIngresosBrutos : public QObject, Facturas
 
     QString Cabecera(const QString &columnas) const
     {
-        return Filas("select " + columnas + " from IVC where IVCSNROFAC like '0001-%'") .join(u'/');
+        return Filas("select " + columnas + " from IVC where IVCSNROFAC like '0001-%'").join(u'/');
     }
     // The add window with the number 0001-1 and untaxed 0 typed.
     std::unique_ptr<frmADDConcepto> Alta()
