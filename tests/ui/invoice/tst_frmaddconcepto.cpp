@@ -160,6 +160,7 @@ private slots:
         QVERIFY(!w->TxtNumero->isReadOnly());
     }
 
+    // VAT lines, and what deleting lines does to the header's totals on this window.
     void lineasIVA()
     {
         auto w = Nueva("0001-1", "0");
@@ -186,6 +187,12 @@ private slots:
                                       "where IVCSNROFAC = '0001-1' order by IVCdetId")),
                  (QStringList{"8|10,5|Iva del 10.5:|10,5", "9|27|it s|27"}));
         QCOMPARE(Filas("select IVARIN from IVC"), QStringList{"37,5"});
+        // The last gross-income line deleted on this window clears the VAT total, not the lines' own.
+        LineaIB(*w, "3", "Perc. A", "30");
+        Borrar(w->lstIVC_detIngBru, Msg());
+        QCOMPARE((QStringList{Filas("select IVARIN,IVCINGBRU from IVC").join(u'/'), w->lbIVATotal->text(),
+                              w->lbTotalFactura->text(), QString::number(w->cboProv->isEnabled())}),
+                 (QStringList{"0|30", "00.00", "00,00", "0"}));
 
         w->lstIVC_DetIVA->setCurrentItem(w->lstIVC_DetIVA->topLevelItem(1));
         Borrar(w->lstIVC_DetIVA, Msg());
