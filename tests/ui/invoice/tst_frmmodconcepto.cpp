@@ -32,7 +32,6 @@ private slots:
     void guardar()
     {
         auto w = Abrir(true);
-        w->cboProv->setFocus();
         Tecla(Qt::Key_F11);
         QCOMPARE(Msg().Ultimo(), "El Valor Gravado debe ser númerico");
         Campo(w->TxtGrav, "0");
