@@ -46,12 +46,8 @@ inline void Teclear(const QString &texto) { QTest::keyClicks(Foco(), texto); }
 // Keys and typed texts, in order.
 inline void Teclas(std::initializer_list<QVariant> teclas)
 {
-    for (const QVariant &t : teclas) {
-        if (t.typeId() == QMetaType::QString)
-            Teclear(t.toString());
-        else
-            Tecla(t.toInt());
-    }
+    for (const QVariant &t : teclas)
+        t.typeId() == QMetaType::QString ? Teclear(t.toString()) : Tecla(t.toInt());
 }
 
 // Replaces the text of the field with the focus, as select-all and typing would.

@@ -12,15 +12,13 @@ class TstFrmADDConcepto : public QObject, Facturas
 {
     Q_OBJECT
 
-    // A fresh book and the add window on it, with the number and the untaxed amount typed when given.
-    std::unique_ptr<frmADDConcepto> Nueva(const QString &numero = QString(), const QString &noGravado = QString())
+    // A fresh book and the add window on it, with the number and the untaxed amount typed.
+    std::unique_ptr<frmADDConcepto> Nueva(const QString &numero, const QString &noGravado)
     {
         Libro();
         auto w = Agregar();
-        if (!numero.isNull())
-            Campo(w->TxtNumero, numero);
-        if (!noGravado.isNull())
-            Campo(w->TxtNoGrav, noGravado);
+        Campo(w->TxtNumero, numero);
+        Campo(w->TxtNoGrav, noGravado);
         return w;
     }
     // The postings recorded for the company in the book's supplier-tracking file, as
@@ -227,7 +225,8 @@ private slots:
     // screen, and a later press with the book back in place posts it.
     void seguimiento()
     {
-        auto w = Nueva();
+        Libro();
+        auto w = Agregar();
         QVERIFY(!w->Chk_EnviarASeguimiento->isChecked());
         const QString ruta = libro->S().RutaFacturacion;
         libro->S().RutaFacturacion = libro->Carpeta() + "no-existe/";
