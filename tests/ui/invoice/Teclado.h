@@ -21,8 +21,7 @@ public:
         return true;
     }
     void MostrarTotales() override { ++totales; }
-    int recargas = 0;
-    int totales = 0;
+    int recargas = 0, totales = 0;
 };
 
 inline QWidget *Foco() { return QApplication::focusWidget(); }
@@ -36,10 +35,7 @@ inline void Mostrar(QWidget &w)
         qWarning("window not active");
 }
 
-inline void Tecla(int tecla, Qt::KeyboardModifiers mod = Qt::NoModifier)
-{
-    QTest::keyClick(Foco(), Qt::Key(tecla), mod);
-}
+inline void Tecla(int tecla, Qt::KeyboardModifiers m = Qt::NoModifier) { QTest::keyClick(Foco(), Qt::Key(tecla), m); }
 
 inline void Teclear(const QString &texto) { QTest::keyClicks(Foco(), texto); }
 

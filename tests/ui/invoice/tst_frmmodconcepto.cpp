@@ -29,8 +29,10 @@ class TstFrmMODConcepto : public QObject, Facturas
 
 private slots:
     // Every save checks "Gravado" (it opens empty); a date the book cannot read ends the save with
-    // the error report; a save moves the invoice into the current period.
-    void guardar()
+    // the error report; a save moves the invoice into the current period. Then VAT lines: the
+    // taxed-amount combo moves on with Enter; the line goes in after the header update; the last
+    // line deleted writes a VAT total of 0.
+    void guardarYLineasIVA()
     {
         auto w = Abrir(true);
         Tecla(Qt::Key_F11);
@@ -50,6 +52,19 @@ private slots:
         // Every F11 reloads the main window, whatever the save did.
         QCOMPARE(QPair(principal.recargas, principal.totales), QPair(3, 3));
         QVERIFY(w->isVisible());
+
+        Campo(w->txtIVCDETIVA, "21");
+        Tecla(Qt::Key_Return);
+        QCOMPARE(Msg().Ultimo(), "debe seleccionar un valor gravado");
+        w->cboGravadoIVA->setFocus();
+        Teclas({Qt::Key_End, Qt::Key_Return, "10,5", Qt::Key_Return, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Return});
+        QCOMPARE(Filas("select IVCdetId,IVCDETDSC from IVC_DetIVA order by IVCdetId"),
+                 (QStringList{"3|Iva 21", "4|Gravado 100,00 IVA del 10,5"}));
+        QCOMPARE(Cabecera(), QStringList{"30700000011|01/11/2026|05/10/2026|0001-5|100|31,5"});
+        Borrar(w->lstIVC_DetIVA, Msg());
+        Borrar(w->lstIVC_DetIVA, Msg());
+        QVERIFY(Cabecera().value(0).endsWith("|100|0") && w->cboProv->isEnabled());
+        Msg().Limpiar();
         Tecla(Qt::Key_Escape);
         QVERIFY(!w->isVisible() && Msg().mostrados.isEmpty() && principal.recargas == 4);
     }
@@ -86,24 +101,10 @@ private slots:
         QCOMPARE(Contar("IVC", "IVCDNOGRAV = 9"), 0L);
     }
 
-    // March of the year below, by the month list and the year's spin bar.
-    void cambiarPeriodo()
-    {
-        auto w = Abrir(true);
-        w->cboMES->setFocus();
-        Teclas({Qt::Key_Home, Qt::Key_Down, Qt::Key_Down});
-        w->VScroll->setFocus();
-        Tecla(Qt::Key_Down);
-        QVERIFY(TabHasta(w->cmdCambiarPeriodo));
-        Tecla(Qt::Key_Return);
-        QCOMPARE(Aviso(), Con("Se ha cambiado CORRECTAMENTE el período", vb::vbInformation));
-        QCOMPARE(Cabecera(), QStringList{"30700000011|01/03/2025|05/10/2026|0001-5|100|21"});
-        QCOMPARE(QPair(w->isVisible(), principal.recargas), QPair(false, 1));
-    }
-
     // "Cerrar" asks when nothing was saved (as on the add window) but deletes nothing; Esc asks
-    // nothing; neither reloads the main window when nothing was saved.
-    void salidas()
+    // nothing; neither reloads the main window when nothing was saved. The period change (here to
+    // March of the year below, by the month list and the year's spin bar) closes the window.
+    void salidasYCambioDePeriodo()
     {
         auto w = Abrir(true);
         w->cmdCerrar->setFocus();
@@ -114,25 +115,17 @@ private slots:
         auto w2 = Modificar(100, 21, 0);
         Tecla(Qt::Key_Escape);
         QVERIFY(!w2->isVisible() && Msg().mostrados.isEmpty() && principal.recargas == 0);
-    }
 
-    // VAT lines on this window: its taxed-amount combo moves on with Enter; the line goes in after
-    // the header update; the last line deleted writes a VAT total of 0.
-    void lineasIVA()
-    {
-        auto w = Abrir(true);
-        Campo(w->txtIVCDETIVA, "21");
+        auto w3 = Modificar(100, 21, 0);
+        w3->cboMES->setFocus();
+        Teclas({Qt::Key_Home, Qt::Key_Down, Qt::Key_Down});
+        w3->VScroll->setFocus();
+        Tecla(Qt::Key_Down);
+        QVERIFY(TabHasta(w3->cmdCambiarPeriodo));
         Tecla(Qt::Key_Return);
-        QCOMPARE(Msg().Ultimo(), "debe seleccionar un valor gravado");
-        Campo(w->TxtGrav, "0");
-        w->cboGravadoIVA->setFocus();
-        Teclas({Qt::Key_End, Qt::Key_Return, "10,5", Qt::Key_Return, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Return});
-        QCOMPARE(Filas("select IVCdetId,IVCDETDSC from IVC_DetIVA order by IVCdetId"),
-                 (QStringList{"3|Iva 21", "4|Gravado 100,00 IVA del 10,5"}));
-        QCOMPARE(Cabecera(), QStringList{"30700000011|01/11/2026|05/10/2026|0001-5|100|31,5"});
-        Borrar(w->lstIVC_DetIVA, Msg());
-        Borrar(w->lstIVC_DetIVA, Msg());
-        QVERIFY(Cabecera().value(0).endsWith("|100|0") && w->cboProv->isEnabled());
+        QCOMPARE(Aviso(), Con("Se ha cambiado CORRECTAMENTE el período", vb::vbInformation));
+        QCOMPARE(Cabecera(), QStringList{"30700000011|01/03/2025|05/10/2026|0001-5|100|21"});
+        QCOMPARE(QPair(w3->isVisible(), principal.recargas), QPair(false, 1));
     }
 };
 
