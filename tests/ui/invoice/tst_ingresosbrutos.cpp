@@ -125,14 +125,13 @@ private slots:
         Campo(w->TxtGrav, "0");
 
         // A line by its percentage gives the old amount up without a question.
-        const bool pregunta = accion != QLatin1String("porcentaje");
+        const bool pregunta = accion != "porcentaje";
         Msg().Responder(respuesta);
-        if (accion == QLatin1String("F11")) {
+        Base(*w, pregunta ? "total" : QString());
+        if (accion == "F11")
             Tecla(Qt::Key_F11);
-        } else {
-            Base(*w, pregunta ? "total" : QString());
+        else
             LineaIB(*w, pregunta ? QString() : "3", QString(), "30");
-        }
 
         QCOMPARE(Msg().UltimoEstilo(), pregunta ? vb::vbYesNo + vb::vbQuestion : -1); // the question, or none
         const long lineas = Contar("IVC_DetIngBrutos");
