@@ -22,6 +22,7 @@ class TstFrmMODConcepto : public QObject, Facturas
             libro->LineaIVA(kEmpresa, kAcme, kNumero, 3, 21, "Iva 21", 21);
         return Modificar(100, 21, 0, "X");
     }
+    // The header rows, by number.
     QStringList Cabecera() const
     {
         return Filas("select PRVSNRCUIT,IVCFPERIOD,IVCFCOMPRO,IVCSNROFAC,IVCDGRAVAD,IVARIN from IVC order by 4");
