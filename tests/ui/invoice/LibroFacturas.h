@@ -17,10 +17,10 @@
 #include <QTreeWidget>
 #include <memory>
 
-inline const QString kEmpresa = QStringLiteral("20111111112");
-inline const QString kAcme = QStringLiteral("30700000011");
-inline const QString kBeta = QStringLiteral("30700000022");
-inline const QString kNumero = QStringLiteral("0001-5"); // Acme's October invoice
+inline const QString kEmpresa = "20111111112";
+inline const QString kAcme = "30700000011";
+inline const QString kBeta = "30700000022";
+inline const QString kNumero = "0001-5"; // Acme's October invoice
 
 // Keys on the invoice windows, each ending where a person's would: on the field or button.
 inline void Guardar(VentanaConcepto &w)
@@ -66,11 +66,11 @@ protected:
     void Libro(bool conProveedores = true)
     {
         libro = std::make_unique<LibroDePrueba>();
-        libro->Empresa(kEmpresa, QStringLiteral("Empresa SA"));
-        libro->Periodo(kEmpresa, QStringLiteral("01/11/2026"));
+        libro->Empresa(kEmpresa, "Empresa SA");
+        libro->Periodo(kEmpresa, "01/11/2026");
         if (conProveedores) {
-            libro->Proveedor(kAcme, QStringLiteral("Acme"));
-            libro->Proveedor(kBeta, QStringLiteral("Beta"));
+            libro->Proveedor(kAcme, "Acme");
+            libro->Proveedor(kBeta, "Beta");
         }
         principal = PrincipalContador();
     }
@@ -91,20 +91,15 @@ protected:
     // the other amounts on its header; with one taxed-amount line of the whole taxed amount.
     void FacturaDeAcme(double gravado, double iva, double ingBrutos, bool lineaGravado = true)
     {
-        libro->Factura(kEmpresa, kAcme, QStringLiteral("01/10/2026"), QStringLiteral("05/10/2026"), QStringLiteral("B"),
-                       kNumero, gravado, 5, iva, ingBrutos);
+        libro->Factura(kEmpresa, kAcme, "01/10/2026", "05/10/2026", "B", kNumero, gravado, 5, iva, ingBrutos);
         if (lineaGravado)
             libro->LineaGravado(kEmpresa, kAcme, kNumero, 1, gravado);
     }
     // The modify window on that invoice, filled from its list row as the main window fills it.
-    std::unique_ptr<frmMODConcepto> Modificar(double gravado, double iva, double ingBrutos,
-                                              const QString &numero = kNumero,
-                                              const QString &tipo = QStringLiteral("B"))
+    std::unique_ptr<frmMODConcepto> Modificar(double gravado, double iva, double ingBrutos, const QString &tipo = "B")
     {
-        const FilaFactura f{QStringLiteral("05/10/26"), tipo, numero, kAcme, gravado, 5,
-                            ingBrutos, gravado + 5 + iva + ingBrutos, iva};
         auto w = std::make_unique<frmMODConcepto>(libro->S(), &principal);
-        w->Cargar(f);
+        w->Cargar({"05/10/26", tipo, kNumero, kAcme, gravado, 5, ingBrutos, gravado + 5 + iva + ingBrutos, iva});
         Mostrar(*w);
         return w;
     }

@@ -21,8 +21,7 @@ public:
         return true;
     }
     void MostrarTotales() override { ++totales; }
-    int recargas = 0;
-    int totales = 0;
+    int recargas = 0, totales = 0;
 };
 
 inline QWidget *Foco() { return QApplication::focusWidget(); }
@@ -36,22 +35,15 @@ inline void Mostrar(QWidget &w)
         qWarning("window not active");
 }
 
-inline void Tecla(int tecla, Qt::KeyboardModifiers mod = Qt::NoModifier)
-{
-    QTest::keyClick(Foco(), Qt::Key(tecla), mod);
-}
+inline void Tecla(int tecla, Qt::KeyboardModifiers m = Qt::NoModifier) { QTest::keyClick(Foco(), Qt::Key(tecla), m); }
 
 inline void Teclear(const QString &texto) { QTest::keyClicks(Foco(), texto); }
 
 // Keys and typed texts, in order.
 inline void Teclas(std::initializer_list<QVariant> teclas)
 {
-    for (const QVariant &t : teclas) {
-        if (t.typeId() == QMetaType::QString)
-            Teclear(t.toString());
-        else
-            Tecla(t.toInt());
-    }
+    for (const QVariant &t : teclas)
+        t.typeId() == QMetaType::QString ? Teclear(t.toString()) : Tecla(t.toInt());
 }
 
 // Replaces the text of the field with the focus, as select-all and typing would.
