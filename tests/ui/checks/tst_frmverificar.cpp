@@ -53,8 +53,7 @@ private slots:
 
         QTest::keyClick(w.Grd, Qt::Key_F9);
         QPointer<frmVERIFICAR> v = w.findChild<frmVERIFICAR *>();
-        QVERIFY(v && QTest::qWaitForWindowActive(v));
-        QVERIFY(!v->isModal());
+        QVERIFY(v && QTest::qWaitForWindowActive(v) && !v->isModal());
         QTableWidget *g = v->grdHallazgos;
         QTRY_COMPARE(Foco(), g);
         QCOMPARE(Filas(g), (QStringList{"error 03/12/2026 0001-00000200", "aviso 10/11/2026 0001-00000300",
