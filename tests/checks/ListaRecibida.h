@@ -34,10 +34,8 @@ struct Recibido {
     double NetoTotal() const { return gravado >= 0 ? gravado : std::accumulate(netos.cbegin(), netos.cend(), 0.0); }
     double IvaTotal() const
     {
-        double n = 0;
-        for (auto it = netos.cbegin(); it != netos.cend(); ++it)
-            n += Iva(it.key(), it.value());
-        return n;
+        return std::accumulate(netos.keyValueBegin(), netos.keyValueEnd(), 0.0,
+                               [](double n, const auto &t) { return n + Iva(t.first, t.second); });
     }
     double Total() const { return total >= 0 ? total : NetoTotal() + noGravado + exento + otros + IvaTotal(); }
 };

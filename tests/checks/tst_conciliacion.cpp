@@ -89,8 +89,7 @@ private slots:
         QCOMPARE(a.porTasa, !csv);
         if (a.porTasa)
             QCOMPARE(QList<double>({a.alicuotas[0].tasa, a.alicuotas[0].neto, a.alicuotas[0].iva, a.alicuotas[1].tasa,
-                                    a.alicuotas[1].iva}),
-                     QList<double>({10.5, 200, 21, 21, 210}));
+                                    a.alicuotas[1].iva}), QList<double>({10.5, 200, 21, 21, 210}));
     }
     void errores_data()
     {

@@ -38,8 +38,7 @@ struct Caso {
 };
 
 struct Fila {
-    const char *nombre;
-    const char *regla;
+    const char *nombre, *regla;
     bool dispara;
     std::function<void(Caso &)> cambio;
     const char *enElMensaje = ""; // the values as the finding's message writes them
