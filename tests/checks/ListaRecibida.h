@@ -66,9 +66,9 @@ inline QVector<QVariant> CeldasXlsx(const Recibido &r, const QString &receptor)
 }
 
 // Writes the XLSX file: the title (ending in "- CUIT " + receptor), the headings and the rows.
-// Extra rows of raw cells may follow (for damaged values). False when libzip failed.
+// False when libzip failed.
 inline bool EscribirXlsx(const QString &ruta, const QString &receptor, const QVector<Recibido> &filas,
-                         FormaXlsx forma = {}, const QVector<QVector<QVariant>> &extra = {})
+                         FormaXlsx forma = {})
 {
     QStringList compartidos;
     auto texto = [&](const QString &ref, const QString &t) {
@@ -97,7 +97,6 @@ inline bool EscribirXlsx(const QString &ruta, const QString &receptor, const QVe
                                      QVector<QVariant>(kTitulosXlsx.begin(), kTitulosXlsx.end())};
     for (const Recibido &r : filas)
         tabla << CeldasXlsx(r, receptor);
-    tabla += extra;
     for (int f = 0; f < tabla.size(); ++f) {
         hoja += QStringLiteral("<row r=\"%1\">").arg(f + 1);
         for (int c = 0; c < tabla[f].size(); ++c)

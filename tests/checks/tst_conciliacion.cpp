@@ -46,14 +46,13 @@ private slots:
         libro->Periodo(kEmpresa, QStringLiteral("01/11/2026"));
         libro->Proveedor(kAcme, QStringLiteral("Acme"));
         libro->Proveedor(kBeta, QStringLiteral("Beta"));
-        const QString nov = QStringLiteral("01/11/2026");
-        libro->Factura(kEmpresa, kAcme, nov, "03/11/2026", "A", "8-64944", 1000, 0, 210, 0);
+        libro->Factura(kEmpresa, kAcme, "01/11/2026", "03/11/2026", "A", "8-64944", 1000, 0, 210, 0);
         libro->LineaIVA(kEmpresa, kAcme, "8-64944", 1, 21, "Iva del 21:", 210);
-        libro->Factura(kEmpresa, kAcme, nov, "04/11/2026", "A", "0001-00000010", 1000, 0, 210, 0);
+        libro->Factura(kEmpresa, kAcme, "01/11/2026", "04/11/2026", "A", "0001-00000010", 1000, 0, 210, 0);
         libro->LineaIVA(kEmpresa, kAcme, "0001-00000010", 2, 27, "Iva del 27:", 210);
-        libro->Factura(kEmpresa, kBeta, nov, "05/11/2026", "B", "0002-00000005", 100, 0, 21, 0);
+        libro->Factura(kEmpresa, kBeta, "01/11/2026", "05/11/2026", "B", "0002-00000005", 100, 0, 21, 0);
         libro->LineaIVA(kEmpresa, kBeta, "0002-00000005", 1, 21, "Iva del 21:", 21);
-        libro->Factura(kEmpresa, kBeta, nov, "09/11/2026", "A", "0003-00000001", 40, 0, 0, 0);
+        libro->Factura(kEmpresa, kBeta, "01/11/2026", "09/11/2026", "A", "0003-00000001", 40, 0, 0, 0);
         libro->Factura(kEmpresa, kAcme, "01/10/2026", "06/10/2026", "A", "0001-00000020", 300, 0, 63, 0);
     }
     void lectura_data()
@@ -107,10 +106,10 @@ private slots:
         QFETCH(QByteArray, contenido);
         QFETCH(QString, mensaje);
         const QString ruta = Ruta("lista");
-        QVector<QVariant> mala = CeldasXlsx(ListaDeNoviembre()[0], kEmpresa);
-        mala[29] = QStringLiteral("12,3,4");
+        Recibido malo = ListaDeNoviembre()[0];
+        malo.otros = qQNaN(); // written "nan"
         if (contenido == "malo")
-            QVERIFY(EscribirXlsx(ruta, kEmpresa, ListaDeNoviembre().mid(0, 1), {}, {mala}));
+            QVERIFY(EscribirXlsx(ruta, kEmpresa, {ListaDeNoviembre()[0], malo}, {true, true, false}));
         else if (contenido == "cuit")
             QVERIFY(EscribirXlsx(ruta, "20999999990", ListaDeNoviembre()));
         else {
