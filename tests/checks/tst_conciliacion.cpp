@@ -73,7 +73,8 @@ private slots:
             filas << Fila("02/11/2026", "1 - Factura A", 9, 1000 + i, kBeta, {{21, 10}});
         const QString ruta = Ruta("lista");
         const bool csv = forma == u"csv", texto = forma == u"texto";
-        QVERIFY(csv ? EscribirCsv(ruta, filas, true) : EscribirXlsx(ruta, kEmpresa, filas, {forma == u"serie", texto, texto}));
+        QVERIFY(csv ? EscribirCsv(ruta, filas, true)
+                    : EscribirXlsx(ruta, kEmpresa, filas, {forma == u"serie", texto, texto}));
         const recibidos::Lista l = recibidos::Leer(ruta);
         QCOMPARE(l.comprobantes.size(), filas.size());
         if (forma == u"grande")
@@ -158,7 +159,8 @@ private slots:
         libro->Ejecutar("CREATE TRIGGER falla BEFORE INSERT ON IVC WHEN NEW.IVCSNROFAC = '0009-00000009' "
                         "BEGIN SELECT RAISE(ABORT, 'rechazada'); END");
         QVERIFY_THROWS_EXCEPTION(oDB::ErrorBD, conciliacion::Cargar(libro->S(), todos));
-        QCOMPARE(QList<long>({libro->Contar("IVC"), libro->Contar("PRV"), libro->Contar("IVC_Gravado")}), QList<long>({5, 2, 0}));
+        QCOMPARE(QList<long>({libro->Contar("IVC"), libro->Contar("PRV"), libro->Contar("IVC_Gravado")}),
+                 QList<long>({5, 2, 0}));
         libro->Ejecutar("DROP TRIGGER falla");
         // The ones already in the book and the credit note are left out, whatever is asked; the
         // new suppliers are added. (The rows written are compared with the add window's in the F8

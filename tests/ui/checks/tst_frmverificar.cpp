@@ -58,7 +58,7 @@ private slots:
         QTRY_COMPARE(Foco(), g);
         QCOMPARE(Filas(g), (QStringList{"error 03/12/2026 0001-00000200", "aviso 10/11/2026 0001-00000300",
                                         "aviso 12/11/2026 0001-00000400"}));
-        QVERIFY(v->lbDetalle->text().startsWith("La fecha 03/12/2026 es posterior al último día del período (30/11/2026)."));
+        QVERIFY(v->lbDetalle->text().startsWith("La fecha 03/12/2026 es posterior al último día del período"));
 
         // The supplier that left the list: the main list does not show it, nor can it be opened.
         Teclas({Qt::Key_Down, Qt::Key_Down, Qt::Key_Return});
@@ -77,7 +77,8 @@ private slots:
         });
         Tecla(Qt::Key_Return);
         QCOMPARE(abierta, (QStringList{"0001-00000200", kProv, "03/12/26", "500,00", "105"}));
-        QCOMPARE(libro.Filas("select IVCFCOMPRO from IVC where IVCSNROFAC = '0001-00000200'"), QStringList{"28/11/2026"});
+        QCOMPARE(libro.Filas("select IVCFCOMPRO from IVC where IVCSNROFAC = '0001-00000200'"),
+                 QStringList{"28/11/2026"});
         QCOMPARE(Filas(g), (QStringList{"aviso 10/11/2026 0001-00000300", "aviso 12/11/2026 0001-00000400"}));
         QCOMPARE(w.Grd->TextMatrix(w.Grd->Rows() - 1, 0), "28/11/26"); // the main list reloaded
         QVERIFY(QTest::qWaitForWindowActive(v));

@@ -106,12 +106,11 @@ private slots:
         QLineEdit *txt = Agregar(new QLineEdit);
         Mostrar(*form);
         txt->setFocus();
-        QTest::keyClicks(txt, QStringLiteral("12"));
         const std::pair<Qt::Key, Qt::KeyboardModifiers> teclas[] = {{Qt::Key_Period, Qt::KeypadModifier}, {Qt::Key_5, {}}, {Qt::Key_Period, {}},
             {Qt::Key_3, Qt::KeypadModifier}, {Qt::Key_Period, {}}, {Qt::Key_Period, Qt::KeypadModifier}};
         for (const auto &[tecla, mod] : teclas)
             QTest::keyClick(txt, tecla, mod);
-        QCOMPARE(txt->text(), QStringLiteral("12,5.3.,"));
+        QCOMPARE(txt->text(), ",5.3.,");
     }
 
     void busqueda_data()
@@ -130,8 +129,7 @@ private slots:
     {
         QFETCH(QString, tecleado);
         QFETCH(int, fila);
-        const QStringList items{QStringLiteral("Acme"), QStringLiteral("Garcia Hnos"), QStringLiteral("Garcia Hugo"),
-                                QStringLiteral("Perez"), QStringLiteral("garcía y cía")};
+        const QStringList items{"Acme", "Garcia Hnos", "Garcia Hugo", "Perez", "garcía y cía"};
         QLineEdit *buscar = Agregar(new QLineEdit);
         auto *lst = Agregar(new QListWidget);
         auto *cbo = Agregar(new QComboBox);

@@ -99,7 +99,8 @@ private slots:
         QTest::newRow("nombre de blancos") << QStringList() << "30-1" << "   " << falta;
         QTest::newRow("cuit de blancos") << QStringList() << "  " << "Acme" << falta;
         QTest::newRow("cuit repetido") << QStringList{"30-1|Beta"} << "30-1" << "Otro" << "Ya existe un proveedor con ese CUIT.";
-        QTest::newRow("apostrofe") << QStringList() << "30-9'" << "Nuevo" << Con("Seccion [frmLSTPROV.lpGuardar]", vb::vbCritical);
+        QTest::newRow("apostrofe") << QStringList() << "30-9'" << "Nuevo"
+                                   << Con("Seccion [frmLSTPROV.lpGuardar]", vb::vbCritical);
     }
     void altaRechazada()
     {
@@ -120,9 +121,10 @@ private slots:
     {
         Abrir({"30-1|Beta", "30-2|Delta"});
         Teclas({Qt::Key_Up, Qt::Key_Return});
-        QCOMPARE((QStringList{QString::number(w->Estado()), w->txtCUIT->text(), w->txtNombre->text(), w->txtDomicilio->text(),
-                              w->txtTelefono->text(), w->txtMail->text(), w->txtContacto->text()}).join(u'|'),
-                 "2|30-1|Beta|Av. Siempreviva 742|4444-5555|p@x.com|Juan");
+        const QStringList campos{QString::number(w->Estado()), w->txtCUIT->text(), w->txtNombre->text(),
+                                 w->txtDomicilio->text(), w->txtTelefono->text(), w->txtMail->text(),
+                                 w->txtContacto->text()};
+        QCOMPARE(campos.join(u'|'), "2|30-1|Beta|Av. Siempreviva 742|4444-5555|p@x.com|Juan");
         QVERIFY(!w->txtCUIT->isEnabled());
         // The name has the focus, its text selected: typing replaces it.
         QCOMPARE(Foco(), w->txtNombre);
@@ -134,7 +136,8 @@ private slots:
         QVERIFY(w->txtCUIT->isEnabled());
 
         Teclas({Qt::Key_Return, Qt::Key_Insert});
-        QCOMPARE(QStringList({QString::number(w->Estado()), w->txtCUIT->text() + u'|' + w->txtNombre->text(), w->txtContacto->text()}),
+        const QString fila = w->txtCUIT->text() + u'|' + w->txtNombre->text();
+        QCOMPARE(QStringList({QString::number(w->Estado()), fila, w->txtContacto->text()}),
                  QStringList({"1", Grilla().value(w->cGRID->currentRow()), "Juan"}));
         Tecla(Qt::Key_Escape);
         QCOMPARE(QString::number(w->Estado()) + w->txtCUIT->text() + w->txtNombre->text(), "0");
