@@ -155,23 +155,21 @@ private slots:
         Caso c;
         f.cambio(c);
         const Resultado r = Verificar(c);
-        const auto suyo = std::find_if(r.hallazgos.cbegin(), r.hallazgos.cend(),
-                                       [&](const Hallazgo &h) { return h.regla == QLatin1String(f.regla); });
-        QVERIFY2((suyo != r.hallazgos.cend()) == f.dispara, f.regla);
+        const auto h = std::find_if(r.hallazgos.cbegin(), r.hallazgos.cend(),
+                                    [&](const Hallazgo &x) { return x.regla == QLatin1String(f.regla); });
+        QVERIFY2((h != r.hallazgos.cend()) == f.dispara, f.regla);
         if (!f.dispara)
             return;
         const Regla *regla = BuscarRegla(QString::fromLatin1(f.regla));
         QVERIFY(regla);
-        const Hallazgo &h = *suyo;
-        QCOMPARE(h.severidad, regla->severidad);
-        QVERIFY2(!h.mensaje.contains(QRegularExpression(QStringLiteral("%\\d"))) && !h.accion.isEmpty(), qPrintable(h.mensaje));
-        QVERIFY2(h.mensaje.contains(QString::fromUtf8(f.enElMensaje)), qPrintable(h.mensaje));
-        if (regla->porEmpresa) {
-            QVERIFY(h.DeEmpresa() && h.mensaje.contains(c.empresa));
-        } else {
-            QCOMPARE(h.cuit + u' ' + h.numero + u' ' + conv::FechaCorta(h.fecha), c.cuit + u' ' + c.numero + u' ' + c.fecha);
-            QCOMPARE(h.nombre, c.enPRV ? c.nombre : QStringLiteral("desconocido!"));
-        }
+        QCOMPARE(h->severidad, regla->severidad);
+        QVERIFY2(!h->mensaje.contains(QRegularExpression("%\\d")) && !h->accion.isEmpty(), qPrintable(h->mensaje));
+        QVERIFY2(h->mensaje.contains(QString::fromUtf8(f.enElMensaje)), qPrintable(h->mensaje));
+        if (regla->porEmpresa)
+            QVERIFY(h->DeEmpresa() && h->mensaje.contains(c.empresa));
+        else
+            QCOMPARE(QStringList({h->cuit, h->numero, conv::FechaCorta(h->fecha), h->nombre}),
+                     QStringList({c.cuit, c.numero, c.fecha, c.enPRV ? c.nombre : QStringLiteral("desconocido!")}));
         // Errors come first.
         for (int i = 1; i < r.hallazgos.size(); ++i)
             QVERIFY(r.hallazgos[i - 1].severidad == Severidad::error || r.hallazgos[i].severidad == Severidad::aviso);

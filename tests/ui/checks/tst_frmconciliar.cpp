@@ -13,9 +13,7 @@
 #include <QHeaderView>
 
 namespace {
-class AbrirGuion : public DialogoAbrir
-{
-public:
+struct AbrirGuion : DialogoAbrir {
     QString respuesta;
     QString Abrir(const QString &, const QList<FiltroArchivo> &, const QString &, QWidget *) override { return respuesta; }
 };

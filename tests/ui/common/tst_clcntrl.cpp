@@ -10,12 +10,8 @@
 
 namespace {
 // A form that records the keys that reach its own handler.
-class Formulario : public QWidget
-{
-public:
+struct Formulario : QWidget {
     QList<int> teclas;
-
-protected:
     void keyPressEvent(QKeyEvent *e) override { teclas.append(e->key()); }
 };
 } // namespace

@@ -14,8 +14,6 @@
 #include <QPointer>
 #include <QTableWidget>
 
-const QString kGuardado = QStringLiteral("Datos guardatos correctamente.");
-
 class TstFrmLSTPROV : public QObject
 {
     Q_OBJECT
@@ -78,7 +76,7 @@ private slots:
         QCOMPARE(Foco(), w->txtCUIT);
         Teclas({"30-3", Qt::Key_Return, "Charly", Qt::Key_Return, "Calle 1", Qt::Key_Return, "555", Qt::Key_Return,
                 "c@c.com", Qt::Key_Return, "Ana", Qt::Key_F11});
-        QCOMPARE(Aviso(), Con(kGuardado, vb::vbInformation));
+        QCOMPARE(Aviso(), Con("Datos guardatos correctamente.", vb::vbInformation));
         QCOMPARE(Proveedores().at(2), "[30-3]|[Charly]|Calle 1|555|c@c.com|Ana|21/11/2026");
         // Back to browse: the grid reloaded in name order, the fields emptied.
         QCOMPARE(w->Estado(), 0);
@@ -130,7 +128,7 @@ private slots:
         QCOMPARE(Foco(), w->txtNombre);
         Teclas({"  Epsilon  ", Qt::Key_Down, " Calle 2 ", Qt::Key_F11});
 
-        QCOMPARE(M().Ultimo(), kGuardado);
+        QCOMPARE(M().Ultimo(), "Datos guardatos correctamente.");
         QCOMPARE(Proveedores().first(), "[30-1]|[Epsilon]|Calle 2|4444-5555|p@x.com|Juan|01/01/2020");
         QCOMPARE(Grilla(), QStringList({"30-2|Delta", "30-1|Epsilon"}));
         QVERIFY(w->txtCUIT->isEnabled());
