@@ -54,16 +54,6 @@ private slots:
         libro.reset();
     }
 
-    void libroVacio()
-    {
-        Abrir();
-        QCOMPARE(w->FilasGrilla(), 1);
-        QCOMPARE(Foco(), w->cGRID);
-        Teclas({Qt::Key_Return, Qt::Key_Delete, Qt::Key_F11});
-        QCOMPARE(w->Estado(), 0);
-        QVERIFY(!w->Frame1->isVisible() && M().mostrados.isEmpty());
-    }
-
     void agregarConElTeclado()
     {
         Abrir({"30-2|delta", "30-1|Beta"});
@@ -146,7 +136,7 @@ private slots:
         QCOMPARE(QPair(M().mostrados.size(), libro->Contar("PRV")), QPair(qsizetype(1), 2L));
     }
 
-    void eliminar()
+    void eliminarYLibroVacio()
     {
         Abrir({"30-1|Prov 1", "30-2|Prov 2", "30-3|Prov 3"});
         Tecla(Qt::Key_Up);
@@ -170,6 +160,15 @@ private slots:
         Tecla(Qt::Key_Return);
         QCOMPARE(Aviso(), Con("No se encontro la información para el proveedor seleccionado", vb::vbExclamation));
         QCOMPARE(QString::number(w->Estado()) + w->txtCUIT->text(), "2");
+
+        // On the emptied book the list is empty; Enter, Delete and F11 do nothing.
+        M().Limpiar();
+        Abrir();
+        QCOMPARE(w->FilasGrilla(), 1);
+        QCOMPARE(Foco(), w->cGRID);
+        Teclas({Qt::Key_Return, Qt::Key_Delete, Qt::Key_F11});
+        QCOMPARE(w->Estado(), 0);
+        QVERIFY(!w->Frame1->isVisible() && M().mostrados.isEmpty());
     }
 
     // F5 on the main window opens this window beside it, not modal; what it saves is what an
