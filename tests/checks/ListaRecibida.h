@@ -34,10 +34,8 @@ struct Recibido {
     double NetoTotal() const { return gravado >= 0 ? gravado : std::accumulate(netos.cbegin(), netos.cend(), 0.0); }
     double IvaTotal() const
     {
-        double n = 0;
-        for (auto it = netos.cbegin(); it != netos.cend(); ++it)
-            n += Iva(it.key(), it.value());
-        return n;
+        return std::accumulate(netos.keyValueBegin(), netos.keyValueEnd(), 0.0,
+                               [](double n, const auto &t) { return n + Iva(t.first, t.second); });
     }
     double Total() const { return total >= 0 ? total : NetoTotal() + noGravado + exento + otros + IvaTotal(); }
 };
@@ -48,19 +46,6 @@ struct FormaXlsx {
     bool numerosTexto = false; // amounts as text cells "1234,50"
     bool textosEnLinea = false; // texts as inline strings (else shared strings)
 };
-
-inline QString Xml(QString s)
-{
-    return s.replace(u'&', QStringLiteral("&amp;")).replace(u'<', QStringLiteral("&lt;")).replace(u'>', QStringLiteral("&gt;"));
-}
-
-inline QString ColumnaXlsx(int c)
-{
-    QString s;
-    for (++c; c > 0; c = (c - 1) / 26)
-        s.prepend(QChar(u'A' + (c - 1) % 26));
-    return s;
-}
 
 inline const QStringList kTitulosXlsx = {
     "Fecha", "Tipo", "Punto de Venta", "Número Desde", "Número Hasta", "Cód. Autorización", "Tipo Doc. Emisor",
@@ -81,19 +66,20 @@ inline QVector<QVariant> CeldasXlsx(const Recibido &r, const QString &receptor)
 }
 
 // Writes the XLSX file: the title (ending in "- CUIT " + receptor), the headings and the rows.
-// Extra rows of raw cells may follow (for damaged values). False when libzip failed.
+// False when libzip failed.
 inline bool EscribirXlsx(const QString &ruta, const QString &receptor, const QVector<Recibido> &filas,
-                         FormaXlsx forma = {}, const QVector<QVector<QVariant>> &extra = {})
+                         FormaXlsx forma = {})
 {
     QStringList compartidos;
     auto texto = [&](const QString &ref, const QString &t) {
         if (forma.textosEnLinea)
-            return QStringLiteral("<c r=\"%1\" t=\"inlineStr\"><is><t>%2</t></is></c>").arg(ref, Xml(t));
+            return QStringLiteral("<c r=\"%1\" t=\"inlineStr\"><is><t>%2</t></is></c>").arg(ref, t.toHtmlEscaped());
         compartidos << t;
         return QStringLiteral("<c r=\"%1\" t=\"s\"><v>%2</v></c>").arg(ref).arg(compartidos.size() - 1);
     };
     auto celda = [&](int f, int c, const QVariant &v) {
-        const QString ref = ColumnaXlsx(c) + QString::number(f);
+        // Columns A to AZ: the 30 of the list and a few more.
+        const QString ref = (c < 26 ? QString() : QStringLiteral("A")) + QChar(u'A' + c % 26) + QString::number(f);
         if (v.typeId() == QMetaType::QString && c == 0 && f > 2 && forma.fechaSerial) {
             const QDate d = QDate::fromString(v.toString(), QStringLiteral("dd/MM/yyyy"));
             return QStringLiteral("<c r=\"%1\" s=\"1\"><v>%2</v></c>").arg(ref).arg(QDate(1899, 12, 30).daysTo(d));
@@ -105,13 +91,12 @@ inline bool EscribirXlsx(const QString &ruta, const QString &receptor, const QVe
         }
         return texto(ref, v.toString());
     };
-    QString hoja = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>"
-                                  "<worksheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><sheetData>");
+    const QString ns = QStringLiteral(" xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"");
+    QString hoja = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?><worksheet" + ns + "><sheetData>";
     QVector<QVector<QVariant>> tabla{{QStringLiteral("Mis Comprobantes Recibidos - CUIT ") + receptor},
                                      QVector<QVariant>(kTitulosXlsx.begin(), kTitulosXlsx.end())};
     for (const Recibido &r : filas)
         tabla << CeldasXlsx(r, receptor);
-    tabla += extra;
     for (int f = 0; f < tabla.size(); ++f) {
         hoja += QStringLiteral("<row r=\"%1\">").arg(f + 1);
         for (int c = 0; c < tabla[f].size(); ++c)
@@ -119,31 +104,26 @@ inline bool EscribirXlsx(const QString &ruta, const QString &receptor, const QVe
         hoja += QStringLiteral("</row>");
     }
     hoja += QStringLiteral("</sheetData></worksheet>");
-    QString textos = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?><sst "
-                                    "xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\">");
+    QString textos = "<?xml version=\"1.0\" encoding=\"UTF-8\"?><sst" + ns + '>';
     for (const QString &t : compartidos)
-        textos += QStringLiteral("<si><t>%1</t></si>").arg(Xml(t));
+        textos += QStringLiteral("<si><t>%1</t></si>").arg(t.toHtmlEscaped());
     textos += QStringLiteral("</sst>");
     const QVector<std::pair<const char *, QByteArray>> partes = {
-        {"[Content_Types].xml", "<?xml version=\"1.0\"?><Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\"/>"},
         {"xl/workbook.xml",
-         "<?xml version=\"1.0\"?><workbook xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\" "
-         "xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\"><sheets>"
-         "<sheet name=\"Recibidos\" sheetId=\"1\" r:id=\"rId7\"/></sheets></workbook>"},
+         ("<workbook" + ns + " xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\"><sheets>"
+          "<sheet name=\"Recibidos\" sheetId=\"1\" r:id=\"rId7\"/></sheets></workbook>").toUtf8()},
         {"xl/_rels/workbook.xml.rels",
          "<?xml version=\"1.0\"?><Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
          "<Relationship Id=\"rId1\" Type=\"styles\" Target=\"styles.xml\"/>"
          "<Relationship Id=\"rId7\" Type=\"worksheet\" Target=\"worksheets/hoja.xml\"/></Relationships>"},
         {"xl/styles.xml",
-         "<?xml version=\"1.0\"?><styleSheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\">"
-         "<numFmts count=\"2\"><numFmt numFmtId=\"164\" formatCode=\"dd/mm/yyyy\"/>"
-         "<numFmt numFmtId=\"165\" formatCode=\"#,##0.00\"/></numFmts>"
-         "<cellXfs count=\"3\"><xf numFmtId=\"0\"/><xf numFmtId=\"164\"/><xf numFmtId=\"165\"/></cellXfs></styleSheet>"},
+         ("<styleSheet" + ns + "><numFmts count=\"2\"><numFmt numFmtId=\"164\" formatCode=\"dd/mm/yyyy\"/>"
+          "<numFmt numFmtId=\"165\" formatCode=\"#,##0.00\"/></numFmts><cellXfs count=\"3\"><xf numFmtId=\"0\"/>"
+          "<xf numFmtId=\"164\"/><xf numFmtId=\"165\"/></cellXfs></styleSheet>").toUtf8()},
         {"xl/sharedStrings.xml", textos.toUtf8()},
         {"xl/worksheets/hoja.xml", hoja.toUtf8()}};
     QFile::remove(ruta);
-    int error = 0;
-    zip_t *z = zip_open(QFile::encodeName(ruta).constData(), ZIP_CREATE | ZIP_TRUNCATE, &error);
+    zip_t *z = zip_open(QFile::encodeName(ruta).constData(), ZIP_CREATE | ZIP_TRUNCATE, nullptr);
     if (!z)
         return false;
     for (const auto &[nombre, datos] : partes)

@@ -20,9 +20,7 @@ const QString kGamma = QStringLiteral("30700000033"); // not in the book
 Recibido Fila(const QString &fecha, const QString &tipo, int punto, qint64 numero, const QString &cuit,
               QMap<double, double> netos, double noGravado = 0, double otros = 0)
 {
-    Recibido r{fecha, tipo, punto, numero, cuit, QStringLiteral("Proveedor ") + cuit.right(2), netos, noGravado};
-    r.otros = otros;
-    return r;
+    return {fecha, tipo, punto, numero, cuit, QStringLiteral("Proveedor ") + cuit.right(2), netos, noGravado, 0, otros};
 }
 
 // The file's side of the book below.
@@ -48,14 +46,13 @@ private slots:
         libro->Periodo(kEmpresa, QStringLiteral("01/11/2026"));
         libro->Proveedor(kAcme, QStringLiteral("Acme"));
         libro->Proveedor(kBeta, QStringLiteral("Beta"));
-        const QString nov = QStringLiteral("01/11/2026");
-        libro->Factura(kEmpresa, kAcme, nov, "03/11/2026", "A", "8-64944", 1000, 0, 210, 0);
+        libro->Factura(kEmpresa, kAcme, "01/11/2026", "03/11/2026", "A", "8-64944", 1000, 0, 210, 0);
         libro->LineaIVA(kEmpresa, kAcme, "8-64944", 1, 21, "Iva del 21:", 210);
-        libro->Factura(kEmpresa, kAcme, nov, "04/11/2026", "A", "0001-00000010", 1000, 0, 210, 0);
+        libro->Factura(kEmpresa, kAcme, "01/11/2026", "04/11/2026", "A", "0001-00000010", 1000, 0, 210, 0);
         libro->LineaIVA(kEmpresa, kAcme, "0001-00000010", 2, 27, "Iva del 27:", 210);
-        libro->Factura(kEmpresa, kBeta, nov, "05/11/2026", "B", "0002-00000005", 100, 0, 21, 0);
+        libro->Factura(kEmpresa, kBeta, "01/11/2026", "05/11/2026", "B", "0002-00000005", 100, 0, 21, 0);
         libro->LineaIVA(kEmpresa, kBeta, "0002-00000005", 1, 21, "Iva del 21:", 21);
-        libro->Factura(kEmpresa, kBeta, nov, "09/11/2026", "A", "0003-00000001", 40, 0, 0, 0);
+        libro->Factura(kEmpresa, kBeta, "01/11/2026", "09/11/2026", "A", "0003-00000001", 40, 0, 0, 0);
         libro->Factura(kEmpresa, kAcme, "01/10/2026", "06/10/2026", "A", "0001-00000020", 300, 0, 63, 0);
     }
     void lectura_data()
@@ -75,12 +72,10 @@ private slots:
         for (int i = 0; forma == u"grande" && i < 1500; ++i)
             filas << Fila("02/11/2026", "1 - Factura A", 9, 1000 + i, kBeta, {{21, 10}});
         const QString ruta = Ruta("lista");
-        if (forma == u"csv")
-            QVERIFY(EscribirCsv(ruta, filas, true));
-        else
-            QVERIFY(EscribirXlsx(ruta, kEmpresa, filas, {forma == u"serie", forma == u"texto", forma == u"texto"}));
+        const bool csv = forma == u"csv", texto = forma == u"texto";
+        QVERIFY(csv ? EscribirCsv(ruta, filas, true)
+                    : EscribirXlsx(ruta, kEmpresa, filas, {forma == u"serie", texto, texto}));
         const recibidos::Lista l = recibidos::Leer(ruta);
-        const bool csv = forma == u"csv";
         QCOMPARE(l.comprobantes.size(), filas.size());
         if (forma == u"grande")
             QCOMPARE(l.comprobantes.last().NumeroLibro() + l.comprobantes[900].NumeroLibro(), "0009-000024990009-00001898");
@@ -91,13 +86,10 @@ private slots:
                               "TIQUE FCA", "12345-00000007", "0008-00064944", "30700000011", "tipo 3 - Nota de Crédito A", ""}));
         QCOMPARE(QList<double>({a.netoGravado, a.noGravado, a.exento, a.otrosTributos, a.iva, a.total}),
                  QList<double>({1200, 50, 5, 30, 231, 1516}));
-        QCOMPARE(b.DescripcionTipo(), "tipo 3 - Nota de Crédito A");
-        QVERIFY(b.tipoLibro.isEmpty());
         QCOMPARE(a.porTasa, !csv);
         if (a.porTasa)
             QCOMPARE(QList<double>({a.alicuotas[0].tasa, a.alicuotas[0].neto, a.alicuotas[0].iva, a.alicuotas[1].tasa,
-                                    a.alicuotas[1].iva}),
-                     QList<double>({10.5, 200, 21, 21, 210}));
+                                    a.alicuotas[1].iva}), QList<double>({10.5, 200, 21, 21, 210}));
     }
     void errores_data()
     {
@@ -115,10 +107,10 @@ private slots:
         QFETCH(QByteArray, contenido);
         QFETCH(QString, mensaje);
         const QString ruta = Ruta("lista");
-        QVector<QVariant> mala = CeldasXlsx(ListaDeNoviembre()[0], kEmpresa);
-        mala[29] = QStringLiteral("12,3,4");
+        Recibido malo = ListaDeNoviembre()[0];
+        malo.otros = qQNaN(); // written "nan"
         if (contenido == "malo")
-            QVERIFY(EscribirXlsx(ruta, kEmpresa, ListaDeNoviembre().mid(0, 1), {}, {mala}));
+            QVERIFY(EscribirXlsx(ruta, kEmpresa, {ListaDeNoviembre()[0], malo}, {true, true, false}));
         else if (contenido == "cuit")
             QVERIFY(EscribirXlsx(ruta, "20999999990", ListaDeNoviembre()));
         else {
@@ -149,66 +141,54 @@ private slots:
                                          "0001-00000030 no se puede cargar (tipo 3 - Nota de Crédito A)",
                                          "0004-00000100  (revisar)",
                                          "0001-00000020 ya cargada en el período 10/2026"}));
-        QCOMPARE(r.soloEnLibro.size(), 1);
+        QCOMPARE(QPair(r.soloEnLibro.size(), r.distintas.size()), QPair(qsizetype(1), qsizetype(1)));
         QCOMPARE(r.soloEnLibro[0].numero, "0003-00000001");
-        QCOMPARE(r.distintas.size(), 1);
         QStringList dif;
         for (const auto &d : r.distintas[0].diferencias)
             dif << QStringLiteral("%1 %2 %3 %4").arg(d.concepto).arg(d.libro).arg(d.archivo).arg(d.Importe());
         QCOMPARE(dif, QStringList({"IVA 21% 0 210 210", "IVA 27% 210 0 -210"}));
-        QVERIFY(!r.Coinciden());
     }
     void carga()
     {
-        QVERIFY(EscribirXlsx(Ruta("lista.xlsx"), kEmpresa, ListaDeNoviembre()));
-        QVector<recibidos::Comprobante> todos = recibidos::Leer(Ruta("lista.xlsx")).comprobantes;
+        // A voucher C gives only its total: it goes in untaxed.
+        QVector<Recibido> filas = ListaDeNoviembre() << Fila("10/11/2026", "11 - Factura C", 9, 9, "30700000044", {});
+        filas.last().total = 500;
+        QVERIFY(EscribirXlsx(Ruta("lista.xlsx"), kEmpresa, filas));
+        const QVector<recibidos::Comprobante> todos = recibidos::Leer(Ruta("lista.xlsx")).comprobantes;
+        // All or nothing: the book refusing the last one leaves it as it was.
+        libro->Ejecutar("CREATE TRIGGER falla BEFORE INSERT ON IVC WHEN NEW.IVCSNROFAC = '0009-00000009' "
+                        "BEGIN SELECT RAISE(ABORT, 'rechazada'); END");
+        QVERIFY_THROWS_EXCEPTION(oDB::ErrorBD, conciliacion::Cargar(libro->S(), todos));
+        QCOMPARE(QList<long>({libro->Contar("IVC"), libro->Contar("PRV"), libro->Contar("IVC_Gravado")}),
+                 QList<long>({5, 2, 0}));
+        libro->Ejecutar("DROP TRIGGER falla");
         // The ones already in the book and the credit note are left out, whatever is asked; the
-        // new supplier is added. (The rows written are compared with the add window's in the F8
+        // new suppliers are added. (The rows written are compared with the add window's in the F8
         // window's test.)
-        QCOMPARE(conciliacion::Cargar(libro->S(), todos), 1);
+        QCOMPARE(conciliacion::Cargar(libro->S(), todos), 2);
         QCOMPARE(conciliacion::Cargar(libro->S(), todos), 0);
         QCOMPARE(libro->Filas("select PRVSNOMBRE from PRV where PRVSNRCUIT = '30700000033'"), QStringList({"Proveedor 33"}));
-        const Resultado r = Conciliar(Ruta("lista.xlsx"));
-        QCOMPARE(r.iguales, 3);
-        QCOMPARE(r.faltantes.size(), 2);
+        QCOMPARE(libro->Filas("select IVCDGRAVAD, IVCDNOGRAV, IVARIN from IVC where IVCSNROFAC = '0009-00000009'"),
+                 QStringList({"0|500|0"}));
         // The older form's VAT whole: 21% and 27% of 0,04 both give 0,01, and the usual one is taken.
         QVERIFY(EscribirCsv(Ruta("vieja.csv"), {Fila("11/11/2026", "1 - Factura A", 5, 55, kGamma, {{21, 0.04}})}));
         QCOMPARE(conciliacion::Cargar(libro->S(), recibidos::Leer(Ruta("vieja.csv")).comprobantes), 1);
         QCOMPARE(libro->Filas("select IVCDETIVA from IVC_DetIVA where IVCSNROFAC = '0005-00000055'"), QStringList({"21"}));
         QCOMPARE(csv::Fila({"a", "b;c", "d\"e", "f\ng", ""}), "a;\"b;c\";\"d\"\"e\";\"f\ng\";\r\n");
     }
-    void cargaTodoONada()
-    {
-        QVector<Recibido> filas = ListaDeNoviembre().mid(5);
-        filas << Fila("10/11/2026", "11 - Factura C", 9, 9, "30700000044", {}, 0);
-        filas.last().total = 500;
-        QVERIFY(EscribirXlsx(Ruta("lista.xlsx"), kEmpresa, filas));
-        const auto lista = recibidos::Leer(Ruta("lista.xlsx")).comprobantes;
-        libro->Ejecutar("CREATE TRIGGER falla BEFORE INSERT ON IVC WHEN NEW.IVCSNROFAC = '0009-00000009' "
-                        "BEGIN SELECT RAISE(ABORT, 'rechazada'); END");
-        QVERIFY_THROWS_EXCEPTION(oDB::ErrorBD, conciliacion::Cargar(libro->S(), lista));
-        QCOMPARE(QList<long>({libro->Contar("IVC"), libro->Contar("PRV"), libro->Contar("IVC_Gravado")}), QList<long>({5, 2, 0}));
-        libro->Ejecutar("DROP TRIGGER falla");
-        QCOMPARE(conciliacion::Cargar(libro->S(), lista), 2);
-        // A voucher C gives only its total: it goes in untaxed.
-        QCOMPARE(libro->Filas("select IVCDGRAVAD, IVCDNOGRAV, IVARIN from IVC where IVCSNROFAC = '0009-00000009'"),
-                 QStringList({"0|500|0"}));
-    }
     void comando()
     {
-        // Only the new voucher in an empty period, brought in by the command. (What is brought in is
-        // compared with the add window's rows in the F8 window's test.)
+        // Only the new voucher in an empty period, brought in by the command; what it brought in
+        // then matches the list. (What is brought in is compared with the add window's rows in the
+        // F8 window's test.)
         libro->Ejecutar("delete from IVC");
-        libro->Ejecutar("delete from IVC_DetIVA");
-        QVector<Recibido> filas = ListaDeNoviembre();
-        QVERIFY(EscribirCsv(Ruta("vieja.csv"), {filas[1], filas[5]}));
-        QVERIFY(EscribirXlsx(Ruta("lista.xlsx"), kEmpresa, filas.mid(5)));
-        const QString programa = QCoreApplication::applicationDirPath() + QStringLiteral("/../ivacompras");
+        QVERIFY(EscribirCsv(Ruta("vieja.csv"), {ListaDeNoviembre()[1], ListaDeNoviembre()[5]}));
+        QVERIFY(EscribirXlsx(Ruta("lista.xlsx"), kEmpresa, ListaDeNoviembre().mid(5)));
         // The exit code, or -1 when the output lacks what is expected.
         const QStringList base{"conciliar", "--datos", libro->Carpeta(), "--cuit", kEmpresa, "--periodo", "11/2026"};
         auto correr = [&](const QStringList &args, const QString &salida) {
             QProcess p;
-            p.start(programa, base + args);
+            p.start(QCoreApplication::applicationDirPath() + "/../ivacompras", base + args);
             p.waitForFinished(120000);
             const QString texto = QString::fromLocal8Bit(p.readAllStandardOutput() + p.readAllStandardError());
             return texto.contains(salida) ? p.exitCode() : (qWarning("%s", qPrintable(texto)), -1);

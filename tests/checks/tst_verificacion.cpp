@@ -1,6 +1,6 @@
 // The period check, rule by rule: one invoice written into a real book, changed from a clean one
-// in the way each case says, and the check run over its period. Every rule has a case that
-// trips it and one that does not.
+// in the way each case says, and the check run over its period. The clean invoice trips no
+// rule; the cases that do not trip one are those near its edge.
 
 #include "checks/Verificacion.h"
 #include "common/Libro.h"
@@ -38,8 +38,7 @@ struct Caso {
 };
 
 struct Fila {
-    const char *nombre;
-    const char *regla;
+    const char *nombre, *regla;
     bool dispara;
     std::function<void(Caso &)> cambio;
     const char *enElMensaje = ""; // the values as the finding's message writes them
@@ -49,7 +48,6 @@ const QList<Fila> &Filas()
 {
     static const QList<Fila> filas = {
         {"empresa, dígito", "cuit-empresa", true, [](Caso &c) { c.empresa = QStringLiteral("30712345670"); }},
-        {"empresa válida", "cuit-empresa", false, [](Caso &) {}},
         {"proveedor, dígito", "cuit-proveedor", true, [](Caso &c) { c.cuit = QStringLiteral("30700000017"); }},
         {"proveedor, prefijo 31", "cuit-proveedor", true, [](Caso &c) { c.cuit = QStringLiteral("31700000013"); }},
         {"proveedor con guiones", "cuit-proveedor", true, [](Caso &c) { c.cuit = QStringLiteral("30-70000001-6"); }},
@@ -69,12 +67,10 @@ const QList<Fila> &Filas()
         {"mismo número, otro tipo", "duplicado", false, [](Caso &c) { c.otroNumero = "0001-123"; c.otroTipo = "B"; }},
         {"otro número", "duplicado", false, [](Caso &c) { c.otroNumero = QStringLiteral("0001-00000124"); }},
         {"proveedor borrado", "proveedor-desconocido", true, [](Caso &c) { c.enPRV = false; }},
-        {"proveedor en la lista", "proveedor-desconocido", false, [](Caso &) {}},
         {"comillas curvas", "nombre-latin1", true, [](Caso &c) { c.nombre = QStringLiteral("Café “Uno” SA"); }},
         {"eñes y acentos", "nombre-latin1", false, [](Caso &c) { c.nombre = QStringLiteral("Ñandú Café SA"); }},
         {"pasado el corte de 30", "nombre-latin1", false, [](Caso &c) { c.nombre = "Distribuidora del Centro Sur SA “Uno”"; }},
         {"tabulador", "nombre-control", true, [](Caso &c) { c.nombre = QStringLiteral("Uno\tSA"); }},
-        {"nombre común", "nombre-control", false, [](Caso &) {}},
         {"16 dígitos", "importe-grande", true, [](Caso &c) { c.SinIva(true).noGravado = 10000000000000; }},
         {"15 dígitos", "importe-grande", false, [](Caso &c) { c.SinIva(true).noGravado = 999999999999; }},
         {"IVA distinto", "iva-lineas", true, [](Caso &c) { c.iva = 220; }},
@@ -86,7 +82,6 @@ const QList<Fila> &Filas()
         {"dos líneas redondeadas", "iva-tasa", false, [](Caso &c) { c.lineasIVA = {{21, 70.00}, {21, 140.00}}; }},
         {"dos tasas", "varias-tasas", true, [](Caso &c) { c.iva = 157.5; c.lineasIVA = {{10.5, 52.5}, {21, 105}}; },
          "(10,5%: 52,50; 21%: 105,00): el archivo de alícuotas informa sólo la primera (10,5%)"},
-        {"una tasa", "varias-tasas", false, [](Caso &) {}},
         {"A sin IVA", "clase-a-sin-iva", true, [](Caso &c) { c.SinIva(); }},
         {"TIQUE FCA sin IVA", "clase-a-sin-iva", true, [](Caso &c) { c.SinIva().tipo = QStringLiteral("TIQUE FCA"); }},
         {"A sólo no gravado", "clase-a-sin-iva", false, [](Caso &c) { c.SinIva(true).noGravado = 50; }},
@@ -104,7 +99,6 @@ const QList<Fila> &Filas()
         {"sólo IIBB", "total-cero", false, [](Caso &c) { c.SinIva(true).lineasIB = {{1, 5}}; c.ingBrutos = 5; }},
         {"no gravado negativo", "importe-negativo", true, [](Caso &c) { c.noGravado = -5; }},
         {"nota de crédito negativa", "importe-negativo", true, [](Caso &c) { c.gravado = -1000; c.iva = -210; c.lineasIVA = {{21, -210}}; }},
-        {"todo positivo", "importe-negativo", false, [](Caso &) {}},
     };
     return filas;
 }
@@ -145,8 +139,7 @@ private slots:
     void limpia()
     {
         const Resultado r = Verificar(Caso());
-        QCOMPARE(r.facturas, 2);
-        QCOMPARE(r.hallazgos.size(), 0);
+        QCOMPARE(QPair(r.facturas, r.hallazgos.size()), QPair(2, qsizetype(0)));
     }
 
     void reglas_data()
@@ -162,39 +155,22 @@ private slots:
         Caso c;
         f.cambio(c);
         const Resultado r = Verificar(c);
-        QList<Hallazgo> suyos;
-        for (const Hallazgo &h : r.hallazgos)
-            if (h.regla == QLatin1String(f.regla))
-                suyos << h;
-        QVERIFY2(suyos.isEmpty() != f.dispara, qPrintable(f.regla));
+        const auto h = std::find_if(r.hallazgos.cbegin(), r.hallazgos.cend(),
+                                    [&](const Hallazgo &x) { return x.regla == QLatin1String(f.regla); });
+        QVERIFY2((h != r.hallazgos.cend()) == f.dispara, f.regla);
         if (!f.dispara)
             return;
         const Regla *regla = BuscarRegla(QString::fromLatin1(f.regla));
         QVERIFY(regla);
-        const Hallazgo &h = suyos.first();
-        QCOMPARE(h.severidad, regla->severidad);
-        QVERIFY2(!h.mensaje.contains(QRegularExpression(QStringLiteral("%\\d"))) && !h.accion.isEmpty(), qPrintable(h.mensaje));
-        QVERIFY2(h.mensaje.contains(QString::fromUtf8(f.enElMensaje)), qPrintable(h.mensaje));
-        if (regla->porEmpresa) {
-            QVERIFY(h.DeEmpresa() && h.mensaje.contains(c.empresa));
-        } else {
-            QCOMPARE(h.cuit + u' ' + h.numero + u' ' + conv::FechaCorta(h.fecha), c.cuit + u' ' + c.numero + u' ' + c.fecha);
-            QCOMPARE(h.nombre, c.enPRV ? c.nombre : QStringLiteral("desconocido!"));
-        }
-        // Errors come first.
-        for (int i = 1; i < r.hallazgos.size(); ++i)
-            QVERIFY(r.hallazgos[i - 1].severidad == Severidad::error || r.hallazgos[i].severidad == Severidad::aviso);
+        QCOMPARE(h->severidad, regla->severidad);
+        QVERIFY2(!h->mensaje.contains(QRegularExpression("%\\d")) && !h->accion.isEmpty(), qPrintable(h->mensaje));
+        QVERIFY2(h->mensaje.contains(QString::fromUtf8(f.enElMensaje)), qPrintable(h->mensaje));
+        if (regla->porEmpresa)
+            QVERIFY(h->DeEmpresa() && h->mensaje.contains(c.empresa));
+        else
+            QCOMPARE(QStringList({h->cuit, h->numero, conv::FechaCorta(h->fecha), h->nombre}),
+                     QStringList({c.cuit, c.numero, c.fecha, c.enPRV ? c.nombre : QStringLiteral("desconocido!")}));
         QCOMPARE(r.errores + r.avisos, int(r.hallazgos.size()));
-    }
-
-    // Every rule of the table has its two cases.
-    void cadaReglaTieneSusCasos()
-    {
-        for (const Regla &regla : Reglas())
-            for (bool dispara : {true, false})
-                QVERIFY2(std::any_of(Filas().begin(), Filas().end(),
-                                     [&](const Fila &f) { return qstrcmp(f.regla, regla.id) == 0 && f.dispara == dispara; }),
-                         regla.id);
     }
 };
 

@@ -1,6 +1,6 @@
 // F8 on the main window: the list asked for through the open dialog, the three groups in the
-// grid, Space, F11, Enter and Esc; and a voucher brought in compared row by row with the same
-// voucher typed in the add window.
+// grid, Space, F11, Enter and Esc; and the voucher F11 brought in compared row by row with the
+// same voucher typed in the add window.
 
 #include "checks/ListaRecibida.h"
 #include "app/core/DialogoAbrir.h"
@@ -13,20 +13,17 @@
 #include <QHeaderView>
 
 namespace {
-class AbrirGuion : public DialogoAbrir
-{
-public:
+struct AbrirGuion : DialogoAbrir {
     QString respuesta;
     QString Abrir(const QString &, const QList<FiltroArchivo> &, const QString &, QWidget *) override { return respuesta; }
 };
 
-// Acme's voucher A 0003-00000077: taxed 200 at 10,5 % and 1000 at 21 %, untaxed 50 and other
-// taxes 30.
-Recibido Voucher77()
+// Both books: Acme already has lines 3 (VAT) and 2 (gross income) on an October invoice.
+void FacturaDeOctubre(LibroDePrueba &l)
 {
-    Recibido r{"10/11/2026", "1 - Factura A", 3, 77, kAcme, "Acme", {{10.5, 200}, {21, 1000}}, 50};
-    r.otros = 30;
-    return r;
+    l.Factura(kEmpresa, kAcme, "01/10/2026", "05/10/2026", "A", kNumero, 100, 0, 21, 1);
+    l.LineaIVA(kEmpresa, kAcme, kNumero, 3, 21, "Iva del 21:", 21);
+    l.LineaIB(kEmpresa, kAcme, kNumero, 2, 1, "IIBB", 1);
 }
 
 // Rows of the grid as "box|date|number|concept|book|file|difference|remark" (box "x" ticked, "o"
@@ -36,10 +33,8 @@ QStringList Grilla(const frmCONCILIAR &w)
     QStringList filas;
     for (int k = 0; k < w.grdConciliacion->topLevelItemCount(); ++k) {
         const QTreeWidgetItem *i = w.grdConciliacion->topLevelItem(k);
-        QStringList c;
-        c << (i->data(frmCONCILIAR::cCarga, Qt::CheckStateRole).isValid()
-                  ? (i->checkState(frmCONCILIAR::cCarga) == Qt::Checked ? "x" : "o")
-                  : i->text(frmCONCILIAR::cCarga));
+        const QVariant caja = i->data(frmCONCILIAR::cCarga, Qt::CheckStateRole);
+        QStringList c{caja.isValid() ? (caja.toInt() == Qt::Checked ? "x" : "o") : i->text(frmCONCILIAR::cCarga)};
         for (int col : {frmCONCILIAR::cFecha, frmCONCILIAR::cNumero, frmCONCILIAR::cConcepto, frmCONCILIAR::cLibro,
                         frmCONCILIAR::cArchivo, frmCONCILIAR::cDiferencia, frmCONCILIAR::cObservacion})
             c << i->text(col);
@@ -57,21 +52,24 @@ private slots:
     void f8()
     {
         Libro();
-        const QString nov = QStringLiteral("01/11/2026");
-        libro->Factura(kEmpresa, kBeta, nov, "05/11/2026", "B", "0002-00000005", 100, 0, 21, 0);
+        FacturaDeOctubre(*libro);
+        libro->Factura(kEmpresa, kBeta, "01/11/2026", "05/11/2026", "B", "0002-00000005", 100, 0, 21, 0);
         libro->LineaIVA(kEmpresa, kBeta, "0002-00000005", 1, 27, "Iva del 27:", 21);
-        libro->Factura(kEmpresa, kBeta, nov, "09/11/2026", "A", "0003-00000001", 40, 0, 0, 0);
-        Recibido beta{"05/11/2026", "6 - Factura B", 2, 5, kBeta, "Beta", {{21, 100}}};
-        Recibido nota{"07/11/2026", "3 - Nota de Crédito A", 1, 30, kAcme, "Acme", {{21, 50}}};
-        nota.otros = 20;
+        libro->Factura(kEmpresa, kBeta, "01/11/2026", "09/11/2026", "A", "0003-00000001", 40, 0, 0, 0);
+        // Acme's voucher A 0003-00000077: taxed 200 at 10,5 % and 1000 at 21 %, untaxed 50, other taxes 30.
+        const Recibido a77{"10/11/2026", "1 - Factura A", 3, 77, kAcme, "Acme", {{10.5, 200}, {21, 1000}}, 50, 0, 30};
+        const Recibido nota{"07/11/2026", "3 - Nota de Crédito A", 1, 30, kAcme, "Acme", {{21, 50}}, 0, 0, 20};
         AbrirGuion dialogo;
         libro->S().dialogoAbrir = &dialogo;
         dialogo.respuesta = libro->Carpeta() + "lista.xlsx";
-        QVERIFY(EscribirXlsx(dialogo.respuesta, kEmpresa, {Voucher77(), nota, beta}));
+        const Recibido beta{"05/11/2026", "6 - Factura B", 2, 5, kBeta, "Beta", {{21, 100}}};
+        QVERIFY(EscribirXlsx(dialogo.respuesta, kEmpresa, {a77, nota, beta}));
 
+        std::unique_ptr<LibroDePrueba> cargado; // this book, once F11 has brought the voucher in
         frmMAIN m(libro->S());
         Mostrar(m);
         QVERIFY(m.RecargarGrilla());
+        const int filas = m.Grd->Rows();
         m.Grd->setFocus();
         bool visto = false;
         AlAbrirse<frmCONCILIAR>([&](frmCONCILIAR &w) {
@@ -79,7 +77,7 @@ private slots:
                 "En el archivo y no en el libro: 2|||||||",
                 "x|10/11/2026|0003-00000077|Total||1511,00||Revisar: otros tributos 30,00 como Ingresos Brutos",
                 "|07/11/2026|0001-00000030|Total||80,50||no se puede cargar (tipo 3 - Nota de Crédito A) - "
-            "Revisar: otros tributos 20,00 como Ingresos Brutos",
+                "Revisar: otros tributos 20,00 como Ingresos Brutos",
                 "En el libro y no en el archivo: 1|||||||",
                 "|09/11/2026|0003-00000001|Total|40,00|||",
                 "En ambos con diferencias: 1|||||||",
@@ -93,7 +91,6 @@ private slots:
             QVERIFY(Grilla(w)[1].startsWith("x|") && Grilla(w)[2].startsWith("|"));
             Tecla(Qt::Key_F11);
             QCOMPARE(Msg().Ultimo(), "Comprobantes cargados en el período 11/2026: 1.");
-            QCOMPARE(principal.recargas, 0); // the main window is m, not the counter
             QCOMPARE(Grilla(w)[0], "En el archivo y no en el libro: 1|||||||");
             // Enter on a book invoice opens it in the modify window.
             while (w.grdConciliacion->currentItem()->text(frmCONCILIAR::cNumero) != "0003-00000001")
@@ -113,23 +110,12 @@ private slots:
         });
         Tecla(Qt::Key_F8);
         QVERIFY(visto);
-        // F11 reloaded the main list: Acme's new invoice is on it.
-        QStringList numeros;
-        for (int f = 1; f < m.Grd->Rows() * m.Grd->Cols(); ++f)
-            numeros << m.Grd->TextMatrix(f / m.Grd->Cols(), f % m.Grd->Cols());
-        QVERIFY(numeros.contains("0003-00000077"));
+        QCOMPARE(m.Grd->Rows(), filas + 1); // F11 reloaded the main list: Acme's new invoice is on it
 
-    }
-    void cargaComoLaVentanaDeAgregar()
-    {
-        // Both books: Acme already has lines 3 (VAT) and 2 (gross income) on an October invoice.
-        auto preparar = [](LibroDePrueba &l) {
-            l.Factura(kEmpresa, kAcme, "01/10/2026", "05/10/2026", "A", kNumero, 100, 0, 21, 1);
-            l.LineaIVA(kEmpresa, kAcme, kNumero, 3, 21, "Iva del 21:", 21);
-            l.LineaIB(kEmpresa, kAcme, kNumero, 2, 1, "IIBB", 1);
-        };
+        // The same voucher typed in the add window on a book as it was: the rows are the same.
+        cargado = std::move(libro);
         Libro();
-        preparar(*libro);
+        FacturaDeOctubre(*libro);
         {
             auto w = Agregar();
             Campo(w->TxtFecha, "10/11/2026");
@@ -151,16 +137,11 @@ private slots:
             Guardar(*w);
             QCOMPARE(w->lbTotalFactura->text(), "1511,00");
         }
-        LibroDePrueba cargado;
-        cargado.Empresa(kEmpresa, "Empresa SA");
-        cargado.Periodo(kEmpresa, "01/11/2026");
-        cargado.Proveedor(kAcme, "Acme");
-        preparar(cargado);
-        QVERIFY(EscribirXlsx(cargado.Carpeta() + "lista.xlsx", kEmpresa, {Voucher77()}));
-        QCOMPARE(conciliacion::Cargar(cargado.S(), recibidos::Leer(cargado.Carpeta() + "lista.xlsx").comprobantes), 1);
-        for (const char *sql : {"select * from IVC order by IVCSNROFAC", "select * from IVC_Gravado order by GRAVAD_id",
-                                "select * from IVC_DetIVA order by IVCdetId", "select * from IVC_DetIngBrutos order by IVCdetId"})
-            QCOMPARE(cargado.Filas(sql), libro->Filas(sql));
+        for (const char *tabla : {"IVC", "IVC_Gravado", "IVC_DetIVA", "IVC_DetIngBrutos"}) {
+            const QString sql = QStringLiteral("select * from %1 where PRVSNRCUIT = '%2' order by 1, 2, 3, 4, 5")
+                                    .arg(tabla, kAcme);
+            QCOMPARE(cargado->Filas(sql), libro->Filas(sql));
+        }
     }
 };
 

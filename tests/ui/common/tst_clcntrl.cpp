@@ -4,19 +4,14 @@
 #include "ui/invoice/Teclado.h"
 
 #include <QComboBox>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QVBoxLayout>
 #include <QtTest>
 
 namespace {
 // A form that records the keys that reach its own handler.
-class Formulario : public QWidget
-{
-public:
+struct Formulario : QWidget {
     QList<int> teclas;
-
-protected:
     void keyPressEvent(QKeyEvent *e) override { teclas.append(e->key()); }
 };
 } // namespace
@@ -45,80 +40,60 @@ private slots:
     }
     void cleanup() { form.reset(); }
 
+    // Enter and Down move on, Up goes back; a "BLOCK" box keeps its Enter. The box with the focus
+    // takes the colour of its tag, its text selected, and gets its white back when left.
     void teclas_data()
     {
+        const QColor verde(192, 255, 192), f6(254, 228, 214), am(247, 247, 217), propio(10, 20, 30), blanco(Qt::white);
+        const int enter = Qt::Key_Return, numerico = Qt::Key_Enter, abajo = Qt::Key_Down, arriba = Qt::Key_Up;
         QTest::addColumn<QString>("tag");
         QTest::addColumn<int>("tecla");
         QTest::addColumn<int>("destino"); // box that ends with the focus: 0, 1 (the pressed one), 2
-        QTest::newRow("Enter avanza") << QString() << int(Qt::Key_Return) << 2;
-        QTest::newRow("Enter numerico avanza") << QString() << int(Qt::Key_Enter) << 2;
-        QTest::newRow("BLOCK se queda el Enter") << QStringLiteral("BLOCK") << int(Qt::Key_Return) << 1;
-        QTest::newRow("BLOCK, Enter numerico") << QStringLiteral("BLOCK") << int(Qt::Key_Enter) << 1;
-        QTest::newRow("BLOCKX avanza") << QStringLiteral("BLOCKX") << int(Qt::Key_Return) << 2;
-        QTest::newRow("block avanza") << QStringLiteral("block") << int(Qt::Key_Return) << 2;
-        QTest::newRow("abajo") << QString() << int(Qt::Key_Down) << 2;
-        // Up on an untagged box is walked in colores.
-        QTest::newRow("BLOCK, arriba") << QStringLiteral("BLOCK") << int(Qt::Key_Up) << 0;
+        QTest::addColumn<QColor>("conFoco");
+        QTest::addColumn<QColor>("despues");
+        QTest::newRow("Enter avanza") << "" << enter << 2 << verde << blanco;
+        QTest::newRow("Enter numerico avanza") << "" << numerico << 2 << verde << blanco;
+        QTest::newRow("BLOCK se queda el Enter") << "BLOCK" << enter << 1 << verde << verde;
+        QTest::newRow("BLOCK, Enter numerico") << "BLOCK" << numerico << 1 << verde << verde;
+        QTest::newRow("BLOCKX avanza") << "BLOCKX" << enter << 2 << verde << blanco;
+        QTest::newRow("block avanza") << "block" << enter << 2 << verde << blanco;
+        QTest::newRow("abajo") << "" << abajo << 2 << verde << blanco;
+        QTest::newRow("BLOCK, arriba") << "BLOCK" << arriba << 0 << verde << blanco;
+        // The suffix "#F6" counts before the prefixes, "AM" before "BB"; only at their ends.
+        QTest::newRow("AM y termina en #F6") << "AM#F6" << arriba << 0 << f6 << blanco;
+        // Highlighted by its suffix, but a "BB" box is never given back its white.
+        QTest::newRow("BB y termina en #F6") << "BB#F6" << arriba << 0 << f6 << f6;
+        QTest::newRow("AMBB") << "AMBB" << arriba << 0 << am << blanco;
+        QTest::newRow("BB") << "BB" << enter << 2 << propio << propio;
+        QTest::newRow("AM en el medio") << "xAM" << arriba << 0 << verde << blanco;
+        QTest::newRow("#F6 al principio") << "#F6x" << arriba << 0 << verde << blanco;
     }
     void teclas()
     {
         QFETCH(QString, tag);
         QFETCH(int, tecla);
         QFETCH(int, destino);
-        QLineEdit *cajas[] = {Agregar(new QLineEdit), Agregar(new QLineEdit, tag), Agregar(new QLineEdit)};
+        QFETCH(QColor, conFoco);
+        QFETCH(QColor, despues);
+        QLineEdit *cajas[] = {Agregar(new QLineEdit), Agregar(new QLineEdit("12"), tag), Agregar(new QLineEdit)};
+        QPalette p = cajas[1]->palette();
+        p.setColor(QPalette::Base, QColor(10, 20, 30));
+        cajas[1]->setPalette(p);
         Mostrar(*form);
-        cajas[1]->setFocus();
-        QTest::keyClicks(cajas[1], QStringLiteral("12"));
+        // Focus given by the program (Tab would select the text on its own).
+        cajas[1]->setFocus(Qt::OtherFocusReason);
+        QCOMPARE(cajas[1]->palette().color(QPalette::Base), conFoco);
+        QCOMPARE(cajas[1]->selectedText(), conFoco == QColor(10, 20, 30) ? "" : "12");
         QSignalSpy enter(cajas[1], &QLineEdit::returnPressed);
 
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key(tecla));
+        QTest::keyClick(cajas[1], Qt::Key(tecla));
 
-        QCOMPARE(QApplication::focusWidget(), cajas[destino]);
+        QCOMPARE(Foco(), cajas[destino]);
         // A kept Enter reaches the box and then the form's own handler; a moving key neither.
         QCOMPARE(enter.count(), destino == 1 ? 1 : 0);
         QCOMPARE(form->teclas, destino == 1 ? QList<int>{tecla} : QList<int>{});
-        QCOMPARE(cajas[1]->text(), QStringLiteral("12"));
-    }
-
-    void colores_data()
-    {
-        const QColor verde(192, 255, 192), f6(254, 228, 214), am(247, 247, 217);
-        const QColor propio(10, 20, 30), blanco(255, 255, 255);
-        QTest::addColumn<QString>("tag");
-        QTest::addColumn<QColor>("conFoco");
-        QTest::addColumn<QColor>("alSalir");
-        QTest::newRow("vacio") << QString() << verde << blanco;
-        QTest::newRow("termina en #F6") << QStringLiteral("IMPORTE#F6") << f6 << blanco;
-        QTest::newRow("AM y termina en #F6") << QStringLiteral("AM#F6") << f6 << blanco;
-        // Highlighted by its suffix, but a "BB" box is never given back its white.
-        QTest::newRow("BB y termina en #F6") << QStringLiteral("BB#F6") << f6 << f6;
-        QTest::newRow("AM") << QStringLiteral("AM") << am << blanco;
-        QTest::newRow("AMBB") << QStringLiteral("AMBB") << am << blanco;
-        QTest::newRow("BB") << QStringLiteral("BB") << propio << propio;
-        QTest::newRow("BBAM") << QStringLiteral("BBAM") << propio << propio;
-        QTest::newRow("AM en el medio") << QStringLiteral("xAM") << verde << blanco;
-        QTest::newRow("#F6 al principio") << QStringLiteral("#F6x") << verde << blanco;
-    }
-    void colores()
-    {
-        QFETCH(QString, tag);
-        QFETCH(QColor, conFoco);
-        QFETCH(QColor, alSalir);
-        QLineEdit *otra = Agregar(new QLineEdit);
-        QLineEdit *txt = Agregar(new QLineEdit(QStringLiteral("1234,50")), tag);
-        QPalette p = txt->palette();
-        p.setColor(QPalette::Base, QColor(10, 20, 30));
-        txt->setPalette(p);
-        Mostrar(*form);
-        otra->setFocus();
-
-        // Focus given by the program (Tab would select the text on its own).
-        txt->setFocus(Qt::OtherFocusReason);
-        QCOMPARE(txt->palette().color(QPalette::Base), conFoco);
-        QCOMPARE(txt->selectedText(), conFoco == QColor(10, 20, 30) ? QString() : txt->text());
-        QTest::keyClick(txt, Qt::Key_Up);
-        QCOMPARE(QApplication::focusWidget(), otra);
-        QCOMPARE(txt->palette().color(QPalette::Base), alSalir);
+        QCOMPARE(cajas[1]->text(), "12");
+        QCOMPARE(cajas[1]->palette().color(QPalette::Base), despues);
     }
 
     // Only between the keypad key's press and release is "." the decimal separator.
@@ -127,12 +102,11 @@ private slots:
         QLineEdit *txt = Agregar(new QLineEdit);
         Mostrar(*form);
         txt->setFocus();
-        QTest::keyClicks(txt, QStringLiteral("12"));
         const std::pair<Qt::Key, Qt::KeyboardModifiers> teclas[] = {{Qt::Key_Period, Qt::KeypadModifier}, {Qt::Key_5, {}}, {Qt::Key_Period, {}},
             {Qt::Key_3, Qt::KeypadModifier}, {Qt::Key_Period, {}}, {Qt::Key_Period, Qt::KeypadModifier}};
         for (const auto &[tecla, mod] : teclas)
             QTest::keyClick(txt, tecla, mod);
-        QCOMPARE(txt->text(), QStringLiteral("12,5.3.,"));
+        QCOMPARE(txt->text(), ",5.3.,");
     }
 
     void busqueda_data()
@@ -151,8 +125,7 @@ private slots:
     {
         QFETCH(QString, tecleado);
         QFETCH(int, fila);
-        const QStringList items{QStringLiteral("Acme"), QStringLiteral("Garcia Hnos"), QStringLiteral("Garcia Hugo"),
-                                QStringLiteral("Perez"), QStringLiteral("garcía y cía")};
+        const QStringList items{"Acme", "Garcia Hnos", "Garcia Hugo", "Perez", "garcía y cía"};
         QLineEdit *buscar = Agregar(new QLineEdit);
         auto *lst = Agregar(new QListWidget);
         auto *cbo = Agregar(new QComboBox);
