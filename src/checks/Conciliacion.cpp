@@ -93,6 +93,17 @@ QHash<QString, QString> FacturasDelProveedor(oDB::clManejo &db, const QString &e
 
 bool Iguales(double a, double b) { return std::fabs(a - b) <= kCentavo; }
 
+// The untaxed amount of a voucher as the book keeps it: untaxed plus exempt, and what the
+// total holds beyond its parts (a voucher C gives only its total).
+double NoGravadoDe(const Comprobante &c)
+{
+    double n = c.noGravado + c.exento;
+    const double resto = c.total - (c.netoGravado + n + c.iva + c.otrosTributos);
+    if (!Iguales(resto, 0))
+        n += resto;
+    return conv::Redondear(n, 2);
+}
+
 QString NombreTasa(double tasa) { return QStringLiteral("IVA ") + conv::NumeroATexto(tasa) + u'%'; }
 
 } // namespace
@@ -218,7 +229,7 @@ Resultado Comparar(Sesion &s, const recibidos::Lista &lista, const LibroDelPerio
                 d.diferencias << Diferencia{concepto, Redondeado(enLibro), Redondeado(enArchivo)};
         };
         comparar(QStringLiteral("Gravado"), f.gravado, c.netoGravado);
-        comparar(QStringLiteral("No gravado"), f.noGravado, c.noGravado + c.exento);
+        comparar(QStringLiteral("No gravado"), f.noGravado, NoGravadoDe(c));
         comparar(QStringLiteral("IVA"), f.iva, c.iva);
         if (c.porTasa) {
             QMap<double, double> tasas = ivaPorTasa[i];
@@ -378,12 +389,7 @@ Lineas LineasDe(const Comprobante &c)
             }
         l.iva << recibidos::Alicuota{tasa, c.netoGravado, c.iva};
     }
-    l.noGravado = c.noGravado + c.exento;
-    // What the total holds beyond its parts (a voucher C gives only its total) is not taxed.
-    const double resto = c.total - (c.netoGravado + l.noGravado + c.iva + c.otrosTributos);
-    if (!Iguales(resto, 0))
-        l.noGravado += resto;
-    l.noGravado = conv::Redondear(l.noGravado, 2);
+    l.noGravado = NoGravadoDe(c);
     return l;
 }
 

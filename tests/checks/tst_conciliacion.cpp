@@ -4,7 +4,9 @@
 #include "checks/ListaRecibida.h"
 #include "checks/Conciliacion.h"
 #include "checks/Csv.h"
+#include "common/Archivo.h"
 #include "common/Libro.h"
+#include "reports/RegistrosEsperados.h"
 
 #include <QProcess>
 #include <QtTest>
@@ -170,6 +172,11 @@ private slots:
         QCOMPARE(libro->Filas("select PRVSNOMBRE from PRV where PRVSNRCUIT = '30700000033'"), QStringList({"Proveedor 33"}));
         QCOMPARE(libro->Filas("select IVCDGRAVAD, IVCDNOGRAV, IVARIN from IVC where IVCSNROFAC = '0009-00000009'"),
                  QStringList({"0|500|0"}));
+        // Once in, it agrees with the list: the total the list gives is its untaxed amount.
+        QStringList distintas;
+        for (const conciliacion::Distinta &d : Conciliar(Ruta("lista.xlsx")).distintas)
+            distintas << d.libro.numero;
+        QVERIFY2(!distintas.contains("0009-00000009"), qPrintable(distintas.join(u' ')));
         // The older form's VAT whole: 21% and 27% of 0,04 both give 0,01, and the usual one is taken.
         QVERIFY(EscribirCsv(Ruta("vieja.csv"), {Fila("11/11/2026", "1 - Factura A", 5, 55, kGamma, {{21, 0.04}})}));
         QCOMPARE(conciliacion::Cargar(libro->S(), recibidos::Leer(Ruta("vieja.csv")).comprobantes), 1);
@@ -185,16 +192,25 @@ private slots:
         QVERIFY(EscribirCsv(Ruta("vieja.csv"), {ListaDeNoviembre()[1], ListaDeNoviembre()[5]}));
         QVERIFY(EscribirXlsx(Ruta("lista.xlsx"), kEmpresa, ListaDeNoviembre().mid(5)));
         // The exit code, or -1 when the output lacks what is expected.
-        const QStringList base{"conciliar", "--datos", libro->Carpeta(), "--cuit", kEmpresa, "--periodo", "11/2026"};
+        const QString programa = QCoreApplication::applicationDirPath() + "/../ivacompras";
+        const QStringList base{"--datos", libro->Carpeta(), "--cuit", kEmpresa, "--periodo", "11/2026"};
         auto correr = [&](const QStringList &args, const QString &salida) {
             QProcess p;
-            p.start(QCoreApplication::applicationDirPath() + "/../ivacompras", base + args);
+            p.start(programa, QStringList{"conciliar"} + base + args);
             p.waitForFinished(120000);
             const QString texto = QString::fromLocal8Bit(p.readAllStandardOutput() + p.readAllStandardError());
             return texto.contains(salida) ? p.exitCode() : (qWarning("%s", qPrintable(texto)), -1);
         };
         QCOMPARE(correr({"--archivo", Ruta("lista.xlsx")}, "En el archivo y no en el libro: 1\n  08/11/2026  A  0004-00000100  30700000033"), 1);
         QCOMPARE(correr({"--archivo", Ruta("lista.xlsx"), "--cargar", "--formato", "csv"}, "grupo;fecha;tipo;numero"), 0);
+        // It goes out in the tax authority's files with the list's amounts.
+        QCOMPARE(QProcess::execute(programa, QStringList{"exportar", "--archivo", Ruta("x.xls")} + base), 0);
+        const QString pv = "00004", nro = esperado::Z(17) + "100", cuit = esperado::Z(9) + kGamma;
+        QCOMPARE(QString::fromLatin1(Leer(Ruta("x COMPRAS COMPRBTE.txt"))),
+                 esperado::Comprobante("20261108", "001", pv, nro, cuit, "Proveedor 33" + esperado::B(18),
+                                       "000000000151100", "000000000005000", "000000000003000", "1 "));
+        QCOMPARE(QString::fromLatin1(Leer(Ruta("x COMPRAS ALICUOTAS.txt"))),
+                 esperado::Alicuota("001", pv, nro, cuit, "000000000120000", "0004", "000000000023100"));
         QCOMPARE(correr({"--archivo", Ruta("vieja.csv"), "--cargar"}, "Iguales: 2"), 0);
     }
 
