@@ -72,8 +72,9 @@ struct ErrorEmpresa {
 };
 
 // Reconciles the list with the session's company and period. A voucher's untaxed amount is
-// its untaxed plus exempt amounts and what its total holds beyond its parts, as Cargar keeps it. Throws ErrorEmpresa when the
-// title's CUIT is not the company's; the book's errors (oDB::ErrorBD) pass through.
+// its untaxed plus exempt amounts and what its total holds beyond its parts, as Cargar keeps
+// it. Throws ErrorEmpresa when the title's CUIT is not the company's; the book's errors
+// (oDB::ErrorBD) pass through.
 Resultado Conciliar(Sesion &s, const recibidos::Lista &lista);
 // Reads the file (recibidos::Leer, into lista) and reconciles it, the book being read at the
 // same time. Throws as Leer and Conciliar do.
