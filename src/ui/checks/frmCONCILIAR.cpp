@@ -12,6 +12,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QScreen>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -98,6 +99,9 @@ frmCONCILIAR::frmCONCILIAR(Sesion &s, Principal *principal, const QString &archi
     int ancho = 40;
     for (int w : anchos)
         ancho += w;
+    // Never wider than the screen: the last column (the remarks, whole in their tooltip) gives way.
+    if (const QScreen *pantalla = screen())
+        ancho = std::min(ancho, pantalla->availableGeometry().width());
     resize(ancho, 560);
     Llenar();
     grdConciliacion->setFocus();
