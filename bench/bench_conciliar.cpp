@@ -101,6 +101,7 @@ int main(int argc, char **argv)
         // the reconciliation alone, one after the other; and the processor time of the whole
         // process (all threads): on a busy machine it tells the work done.
         std::vector<double> tiempos, lecturas, conciliaciones, cpu;
+        double primera = 0;
         auto reloj = [] {
             timespec t;
             clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &t);
@@ -118,7 +119,9 @@ int main(int argc, char **argv)
             const double leida = double(t.nsecsElapsed()) / 1e6;
             t.restart();
             conciliacion::Conciliar(*s, lista);
-            if (i > 0) { // the first run warms the cache
+            if (i == 0)
+                primera = total;
+            if (i > 0) { // the first run warms the cache; it is printed apart
                 tiempos.push_back(total);
                 cpu.push_back(procesador);
                 lecturas.push_back(leida);
@@ -127,9 +130,9 @@ int main(int argc, char **argv)
         }
         const double mediana = banco::Mediana(tiempos);
         std::printf("conciliar %s %s: lista de 20000 comprobantes contra %ld facturas: mediana %.0f ms "
-                    "(procesador %.0f ms; por separado, lectura %.0f ms y conciliación %.0f ms; faltan en el libro "
+                    "(la primera corrida %.0f ms; procesador %.0f ms; por separado, lectura %.0f ms y conciliación %.0f ms; faltan en el libro "
                     "%lld, faltan en el archivo %lld, con diferencias %lld, iguales %d) - objetivo < 1 s: %s\n",
-                    qPrintable(p.cuit), qPrintable(p.periodo), p.facturas, mediana, banco::Mediana(cpu),
+                    qPrintable(p.cuit), qPrintable(p.periodo), p.facturas, mediana, primera, banco::Mediana(cpu),
                     banco::Mediana(lecturas), banco::Mediana(conciliaciones), qlonglong(r.faltantes.size()),
                     qlonglong(r.soloEnLibro.size()), qlonglong(r.distintas.size()), r.iguales,
                     mediana < 1000 ? "cumplido" : "NO cumplido");

@@ -161,17 +161,23 @@ LibroDelPeriodo LeerLibro(Sesion &s)
     LibroDelPeriodo l;
     oDB::clManejo &db = *s.dbLibro;
     l.prv = LeerProveedores(db);
-    // Each invoice of the period with its VAT lines, one row per line (one row without a line
-    // when it has none); the rows of an invoice are told by its rowid.
+    // Each invoice of the period with its VAT lines, one row per line (one row with the line's
+    // columns NULL when it has none); the rows of an invoice are told by its rowid. A line
+    // without a rate counts as rate 0.
     oDB::Recordset rs;
     if (!db.CrearRs(rs, QStringLiteral("select i.rowid, i.PRVSNRCUIT, i.IVCSTIPFAC, i.IVCSNROFAC, i.IVCFCOMPRO, "
-                                       "i.IVCDGRAVAD, i.IVCDNOGRAV, i.IVARIN, i.IVCINGBRU, d.IVCDETIVA, d.IVCDETVLR "
+                                       "i.IVCDGRAVAD, i.IVCDNOGRAV, i.IVARIN, i.IVCINGBRU, d.rowid, d.IVCDETIVA, "
+                                       "d.IVCDETVLR "
                                        "from IVC i left join IVC_DetIVA d on d.USRSNRCUIT = i.USRSNRCUIT and "
                                        "d.PRVSNRCUIT = i.PRVSNRCUIT and d.IVCSNROFAC = i.IVCSNROFAC "
                                        "where i.USRSNRCUIT = ") +
                             Q(s.CuitUsuario) + QStringLiteral(" and i.IVCFPERIOD = datevalue(") + Q(s.PeriodoDesde) +
-                            u')'))
+                            u')')) {
+        // A period that cannot be read is an error: read as empty, every voucher would look missing.
+        if (!db.UltimoError().isEmpty())
+            throw oDB::ErrorBD{db.UltimoError()};
         return l;
+    }
     QHash<qint64, int> porFila;
     porFila.reserve(rs.RecordCount());
     for (; !rs.Eof(); rs.MoveNext()) {
@@ -198,7 +204,7 @@ LibroDelPeriodo LeerLibro(Sesion &s)
             l.ivaPorTasa.push_back({});
         }
         if (!rs.Fields(9).isNull())
-            l.ivaPorTasa[i][conv::Redondear(s.oFormato->EsNumero(rs.Fields(9)), 2)] += s.oFormato->EsNumero(rs.Fields(10));
+            l.ivaPorTasa[i][conv::Redondear(s.oFormato->EsNumero(rs.Fields(10)), 2)] += s.oFormato->EsNumero(rs.Fields(11));
     }
     return l;
 }

@@ -275,7 +275,7 @@ QVector<Celda> LeerCeldas(const QByteArray &xml, const QVector<bool> &fechas, co
                 for (const QXmlStreamAttribute &a : x.attributes()) {
                     const QStringView n = a.name(), v = a.value();
                     if (n == u"r") {
-                        if (!Referencia(v, celda.columna, celda.fila))
+                        if (!v.isEmpty() && !Referencia(v, celda.columna, celda.fila))
                             Fallar(QStringLiteral("la celda %1 de la hoja no se entiende.").arg(v));
                     } else if (n == u"t") {
                         tipo = v == u"s" ? Tipo::Compartido

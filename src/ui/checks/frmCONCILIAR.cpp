@@ -99,7 +99,8 @@ frmCONCILIAR::frmCONCILIAR(Sesion &s, Principal *principal, const QString &archi
     int ancho = 40;
     for (int w : anchos)
         ancho += w;
-    // Never wider than the screen: the last column (the remarks, whole in their tooltip) gives way.
+    // Never wider than the screen: the grid then scrolls sideways to the remarks (also whole in
+    // their tooltip).
     if (const QScreen *pantalla = screen())
         ancho = std::min(ancho, pantalla->availableGeometry().width());
     resize(ancho, 560);
