@@ -168,8 +168,14 @@ private slots:
                                       "where IVCSNROFAC = '0001-1' order by IVCdetId")),
                  (QStringList{"8|10,5|Iva del 10.5:|10,5", "9|27|it s|27"}));
         QCOMPARE(Filas("select IVARIN from IVC"), QStringList{"37,5"});
-        // The last gross-income line deleted on this window clears the VAT total, not the lines' own.
+        // Gross-income lines deleted on this window: the header takes the lines left; the last one
+        // gone clears the VAT total instead, not the lines' own.
         LineaIB(*w, "3", "Perc. A", "30");
+        LineaIB(*w, "2", "Perc. B", "20");
+        w->lstIVC_detIngBru->setFocus();
+        Tecla(Qt::Key_End);
+        Borrar(w->lstIVC_detIngBru, Msg());
+        QCOMPARE(Filas("select IVARIN,IVCINGBRU from IVC").join(u'/') + u' ' + w->lbTotalFactura->text(), "37,5|30 67,50");
         Borrar(w->lstIVC_detIngBru, Msg());
         QCOMPARE((QStringList{Filas("select IVARIN,IVCINGBRU from IVC").join(u'/'), w->lbIVATotal->text(),
                               w->lbTotalFactura->text(), QString::number(w->cboProv->isEnabled())}),

@@ -137,10 +137,14 @@ private slots:
         const long lineas = Contar("IVC_DetIngBrutos");
         QCOMPARE(Cabecera("IVCFPERIOD,IVCINGBRU") + u' ' + QString::number(lineas), cabecera);
 
-        // Given up, it shows 0 (so later saves ask nothing) and hides.
+        // Given up, it shows 0 and hides, and a later save asks nothing; kept, it asks again.
         const bool retirado = respuesta == vb::vbYes || !pregunta;
         QCOMPARE(QPair(w->Guardado(), w->txtINGBRUOld->isVisible()), QPair(retirado, !retirado));
         QCOMPARE(w->txtINGBRUOld->text(), retirado ? "0" : "150");
+        const qsizetype vistos = Msg().mostrados.size();
+        Msg().Responder(vb::vbNo);
+        Tecla(Qt::Key_F11);
+        QCOMPARE(Msg().mostrados.size() - vistos, retirado ? 0 : 1);
     }
 };
 

@@ -175,7 +175,7 @@ private slots:
         QTest::newRow("F12, lineas fuera de 16 bits") << f12 << "9" << "40000" << "" << 0;
         QTest::newRow("F12, cero lineas: la trampa del libro")
             << f12 << "9" << "0" << "División por cero\r\n\r\n11 - Seccion [MORLAxDLL.modGBPROC.ImprimirLibro]" << 0;
-        // The values read at start: 9 points, 30 lines a page.
+        // Printed at the usual 9 points and 30 lines a page (typed again here), and at others.
         QTest::newRow("F12, los valores de inicio") << f12 << "9" << "30" << "" << 1;
         QTest::newRow("F12, otros valores") << f12 << "10,5" << "13" << "" << 2;
     }
