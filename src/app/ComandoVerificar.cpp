@@ -80,7 +80,7 @@ int ComandoVerificar(const QStringList &args)
     const QString resumen = QStringLiteral("%1 errores, %2 avisos en %3 facturas de %4, período %5.\n")
                                 .arg(QString::number(r.errores), QString::number(r.avisos),
                                      QString::number(r.facturas), s.NombreUsuario,
-                                     conv::Format(s.PeriodoDesde, QStringLiteral("mm/yyyy")));
+                                     s.MesAnio());
     if (*enCsv) {
         QString out;
         for (const QStringList &f : filas)

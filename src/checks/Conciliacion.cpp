@@ -21,10 +21,8 @@ namespace conciliacion {
 
 namespace {
 
-const QString kMoneda = QStringLiteral("00.00");
 constexpr double kCentavo = 0.01 + 1e-9;
 
-QString Monto(double n) { return conv::Format(QVariant(n), kMoneda); }
 double Redondeado(double n) { return conv::CDbl(Monto(n)); }
 
 // The point of sale and the number of a book number: the digits before and after its "-", or,
@@ -108,6 +106,8 @@ QString NombreTasa(double tasa) { return QStringLiteral("IVA ") + conv::NumeroAT
 
 } // namespace
 
+QString Monto(double n) { return conv::Format(QVariant(n), QStringLiteral("00.00")); }
+
 QString Faltante::Observacion() const
 {
     if (c.tipoLibro.isEmpty())
@@ -135,7 +135,7 @@ QString Faltante::Observaciones() const
 QString TextoCargados(const Sesion &s, int cargados)
 {
     return QStringLiteral("Comprobantes cargados en el período %2: %1.")
-        .arg(QString::number(cargados), conv::Format(QVariant(s.PeriodoDesde), QStringLiteral("mm/yyyy")));
+        .arg(QString::number(cargados), s.MesAnio());
 }
 
 QString TextoNoSePudo(const QString &motivo) { return QStringLiteral("No se pudo conciliar: ") + motivo; }
@@ -267,7 +267,7 @@ Resultado Comparar(Sesion &s, const recibidos::Lista &lista, const LibroDelPerio
         f.periodoCargada = it->value(ClaveDe(f.c), it->value(Clave(f.c.cuitEmisor, QString(), f.c.puntoVenta, f.c.numero)));
         // A voucher listed twice in the file is in the book once it is matched.
         if (f.periodoCargada.isEmpty() && porClave.contains(ClaveDe(f.c)))
-            f.periodoCargada = conv::Format(QVariant(s.PeriodoDesde), QStringLiteral("mm/yyyy"));
+            f.periodoCargada = s.MesAnio();
     }
 
     for (int i = 0; i < libro.size(); ++i)

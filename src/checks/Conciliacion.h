@@ -90,6 +90,9 @@ QString Informe(const Resultado &r, bool enCsv);
 // Throws oDB::ErrorBD (nothing written then).
 int Cargar(Sesion &s, const QVector<recibidos::Comprobante> &elegidos);
 
+// An amount as the book and the report write it: "1234,50".
+QString Monto(double n);
+
 // "Comprobantes cargados en el período 11/2026: 2.", after Cargar in the session's period.
 QString TextoCargados(const Sesion &s, int cargados);
 // "No se pudo conciliar: " and why.

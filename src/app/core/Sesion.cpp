@@ -17,6 +17,8 @@ void Sesion::CrearComponentes()
     oFormato = std::make_unique<cFORMAT::MAIN>();
 }
 
+QString Sesion::MesAnio() const { return conv::Format(QVariant(PeriodoDesde), QStringLiteral("mm/yyyy")); }
+
 void Sesion::Conectar()
 {
     if (!dbPersonal || !dbLibro)

@@ -64,6 +64,8 @@ struct Sesion {
     void CrearComponentes();
     // Connects dbPersonal to "personal.mdb" and dbLibro to "kestrel.mdb" in their folders.
     void Conectar();
+    // The period as the messages name it: "11/2026".
+    QString MesAnio() const;
 };
 
 // The text that opens a book file through the database component.

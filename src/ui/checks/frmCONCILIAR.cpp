@@ -23,8 +23,6 @@ constexpr int kRolProveedor = Qt::UserRole;     // book invoice: supplier CUIT
 constexpr int kRolNumero = Qt::UserRole + 1;    // book invoice: number
 constexpr int kRolFaltante = Qt::UserRole + 2;  // missing voucher: its index
 
-QString Monto(double n) { return conv::Format(QVariant(n), QStringLiteral("00.00")); }
-
 void Avisar(Sesion &s, const QString &texto) { s.mensajes->MsgBox(texto, vb::vbExclamation); }
 
 } // namespace
@@ -61,7 +59,7 @@ frmCONCILIAR::frmCONCILIAR(Sesion &s, Principal *principal, const QString &archi
     setWindowTitle(QStringLiteral("IVA Compras - Conciliar con Mis Comprobantes Recibidos"));
     setModal(true);
     lbArchivo = new QLabel(recibidos::DescripcionArchivo(archivo, lista) + QStringLiteral(" - Periodo ") +
-                               conv::Format(QVariant(s.PeriodoDesde), QStringLiteral("mm/yyyy")),
+                               s.MesAnio(),
                            this);
     lbArchivo->setObjectName(QStringLiteral("lbArchivo"));
     lbResumen = new QLabel(this);
@@ -147,7 +145,7 @@ void frmCONCILIAR::Llenar()
         auto *i = fila(f.c.fecha, f.c.tipoLibro.isEmpty() ? QString::number(f.c.codigo) : f.c.tipoLibro,
                        f.c.NumeroLibro(), f.c.cuitEmisor, f.c.denominacion);
         i->setText(cConcepto, QStringLiteral("Total"));
-        i->setText(cArchivo, Monto(f.c.total));
+        i->setText(cArchivo, conciliacion::Monto(f.c.total));
         const QString obs = f.Observaciones();
         i->setText(cObservacion, obs);
         i->setToolTip(cObservacion, obs);
@@ -160,7 +158,7 @@ void frmCONCILIAR::Llenar()
     for (const conciliacion::FacturaLibro &b : r_.soloEnLibro) {
         auto *i = fila(b.fecha, b.tipo, b.numero, b.proveedor, b.nombre);
         i->setText(cConcepto, QStringLiteral("Total"));
-        i->setText(cLibro, Monto(b.Total()));
+        i->setText(cLibro, conciliacion::Monto(b.Total()));
         i->setData(cCarga, kRolProveedor, b.proveedor);
         i->setData(cCarga, kRolNumero, b.numero);
     }
@@ -172,9 +170,9 @@ void frmCONCILIAR::Llenar()
                               : fila(QDate(), QString(), QString(), QString(), QString());
             primera = false;
             i->setText(cConcepto, x.concepto);
-            i->setText(cLibro, Monto(x.libro));
-            i->setText(cArchivo, Monto(x.archivo));
-            i->setText(cDiferencia, Monto(x.Importe()));
+            i->setText(cLibro, conciliacion::Monto(x.libro));
+            i->setText(cArchivo, conciliacion::Monto(x.archivo));
+            i->setText(cDiferencia, conciliacion::Monto(x.Importe()));
             i->setData(cCarga, kRolProveedor, d.libro.proveedor);
             i->setData(cCarga, kRolNumero, d.libro.numero);
         }

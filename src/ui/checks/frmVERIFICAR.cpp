@@ -112,7 +112,7 @@ void frmVERIFICAR::Cargar()
             MostrarError(*s_.mensajes, e.descripcion, e.numero, QStringLiteral(" - seccion [frmVERIFICAR.Cargar]"));
     }
     hallazgos_ = r.hallazgos;
-    const QString periodo = conv::Format(s_.PeriodoDesde, QStringLiteral("mm/yyyy"));
+    const QString periodo = s_.MesAnio();
     lbResumen->setText(fallo_.isEmpty()
                            ? QStringLiteral("%1 - Periodo %2:  %3 errores, %4 avisos en %5 facturas")
                                  .arg(s_.NombreUsuario, periodo, QString::number(r.errores),
