@@ -115,10 +115,8 @@ private slots:
             QVERIFY(EscribirXlsx(ruta, kEmpresa, {ListaDeNoviembre()[0], malo}, {true, true, false}));
         else if (contenido == "cuit")
             QVERIFY(EscribirXlsx(ruta, "20999999990", ListaDeNoviembre()));
-        else {
-            QFile f(ruta);
-            QVERIFY(f.open(QIODevice::WriteOnly) && f.write(contenido) > 0);
-        }
+        else
+            EscribirArchivo(ruta, contenido);
         QString error;
         try {
             Conciliar(ruta);
