@@ -77,7 +77,7 @@ QVector<Recibido> ListaDelPeriodo(Sesion &s)
         filas << r;
     }
     for (int i = 0; filas.size() < 20000; ++i)
-        filas << Recibido{QStringLiteral("15/%1").arg(conv::Format(QVariant(s.PeriodoDesde), QStringLiteral("mm/yyyy"))),
+        filas << Recibido{QStringLiteral("15/") + s.MesAnio(),
                           QStringLiteral("1 - Factura A"), 9999, 90000000 + i, QStringLiteral("30799999990"),
                           QStringLiteral("Nuevo"), {{21, 100}}};
     return filas;

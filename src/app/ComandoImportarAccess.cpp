@@ -50,10 +50,6 @@ int ComandoImportarAccess(const QStringList &args)
     }
     for (const QString &a : r.avisos)
         Linea(QStringLiteral("Aviso: ") + a);
-    // The demo's summary, under a first line of its own.
-    QString resumen = r.resumen.Texto();
-    resumen = resumen.mid(resumen.indexOf(u'\n') + 1);
-    Escribir(stdout, QStringLiteral("Libros importados en %1\n").arg(r.resumen.carpeta));
-    Escribir(stdout, resumen);
+    Escribir(stdout, r.resumen.Texto(QStringLiteral("Libros importados en %1").arg(r.resumen.carpeta)));
     return 0;
 }

@@ -19,7 +19,7 @@ QStringList Columnas(const Hallazgo &h)
 {
     return {verificacion::TextoSeveridad(h.severidad),
             h.regla,
-            h.fecha.isValid() ? conv::FechaCorta(h.fecha) : QString(),
+            conv::FechaCorta(h.fecha),
             h.tipo,
             h.numero,
             h.cuit,

@@ -5,6 +5,7 @@
 #include "data/Convenciones.h"
 #include "data/SentenciasFactura.h"
 #include "data/oDB.h"
+#include "reports/RegistrosAFIP.h"
 
 #include <QHash>
 #include <QMap>
@@ -23,7 +24,6 @@ namespace {
 
 constexpr double kCentavo = 0.01 + 1e-9;
 
-double Redondeado(double n) { return conv::CDbl(Monto(n)); }
 
 // The point of sale and the number of a book number: the digits before and after its "-", or,
 // without one, the last 8 characters as the number and the rest as the point of sale.
@@ -106,8 +106,6 @@ QString NombreTasa(double tasa) { return QStringLiteral("IVA ") + conv::NumeroAT
 
 } // namespace
 
-QString Monto(double n) { return conv::Format(QVariant(n), QStringLiteral("00.00")); }
-
 QString Faltante::Observacion() const
 {
     if (c.tipoLibro.isEmpty())
@@ -139,11 +137,6 @@ QString TextoCargados(const Sesion &s, int cargados)
 }
 
 QString TextoNoSePudo(const QString &motivo) { return QStringLiteral("No se pudo conciliar: ") + motivo; }
-
-QString CuitEnLibro(Sesion &s, const QString &digitos)
-{
-    return LeerProveedores(*s.dbLibro).cuit.value(digitos, digitos);
-}
 
 namespace {
 
@@ -232,7 +225,7 @@ Resultado Comparar(Sesion &s, const recibidos::Lista &lista, const LibroDelPerio
         Distinta d{c, f, {}};
         auto comparar = [&](const QString &concepto, double enLibro, double enArchivo) {
             if (!Iguales(enLibro, enArchivo))
-                d.diferencias << Diferencia{concepto, Redondeado(enLibro), Redondeado(enArchivo)};
+                d.diferencias << Diferencia{concepto, Normalizar(enLibro), Normalizar(enArchivo)};
         };
         comparar(QStringLiteral("Gravado"), f.gravado, c.netoGravado);
         comparar(QStringLiteral("No gravado"), f.noGravado, NoGravadoDe(c));
@@ -438,8 +431,7 @@ int Cargar(Sesion &s, const QVector<Comprobante> &elegidos)
                 it = numeros.insert(c.cuitEmisor, FacturasDelProveedor(db, empresa, proveedor));
             const QString clave = Clave(c.cuitEmisor, QString(), c.puntoVenta, c.numero);
             const QString numero = c.NumeroLibro();
-            oDB::Recordset dup;
-            if (it->contains(clave) || db.CrearRs(dup, sentencias::BuscarDuplicado(empresa, proveedor, numero)))
+            if (it->contains(clave))
                 continue;
             it->insert(clave, QString());
 
@@ -450,16 +442,15 @@ int Cargar(Sesion &s, const QVector<Comprobante> &elegidos)
                 db.Ejecutar(sentencias::AltaGravado(empresa, proveedor, numero, id, Monto(g)));
             }
             oDB::Recordset rs;
-            db.CrearRs(rs, QStringLiteral("select sum(GRAVAD_Valor) as TotalGravados from IVC_Gravado ") +
-                               sentencias::CondicionGravados(empresa, proveedor, numero));
+            db.CrearRs(rs, sentencias::TotalGravados(empresa, proveedor, numero));
             const QString gravado = Monto(s.oFormato->EsNumero(rs(QStringLiteral("totalgravados"))));
             db.Ejecutar(sentencias::AltaIVC({empresa, proveedor, periodo,
                                              conv::Format(QVariant(c.fecha), QStringLiteral("dd-mm-yyyy")), c.tipoLibro,
                                              numero, Monto(l.noGravado), gravado, hoy, QString(), QString()}));
             double sumaIVA = 0;
             for (const recibidos::Alicuota &a : l.iva) {
-                const double tasa = conv::CDbl(Monto(a.tasa));
-                const double valor = conv::CDbl(Monto(a.iva));
+                const double tasa = Normalizar(a.tasa);
+                const double valor = Normalizar(a.iva);
                 const long id = std::lround(
                     sentencias::LeerIdMaximo(db, sentencias::IdMaximoLinea(QStringLiteral("IVC_DetIVA"), empresa, proveedor)) + 1);
                 db.Ejecutar(sentencias::AltaLineaIVA(empresa, proveedor, QString::number(id), numero,
@@ -472,9 +463,9 @@ int Cargar(Sesion &s, const QVector<Comprobante> &elegidos)
             if (c.otrosTributos != 0) {
                 // Entered by its amount: the percentage is that of the amount over the taxed
                 // total, or 0 without a taxed amount.
-                const double valor = conv::CDbl(Monto(c.otrosTributos));
+                const double valor = Normalizar(c.otrosTributos);
                 const double base = conv::CDbl(gravado);
-                const double porcentaje = base != 0 ? conv::CDbl(Monto(valor * 100 / base)) : 0;
+                const double porcentaje = base != 0 ? Normalizar(valor * 100 / base) : 0;
                 const double id = sentencias::LeerIdMaximo(db, sentencias::IdMaximoLinea(QStringLiteral("IVC_detIngBrutos"),
                                                                                       empresa, proveedor)) + 1;
                 db.Ejecutar(sentencias::AltaLineaIngBrutos(empresa, proveedor, conv::NumeroATexto(id), numero,

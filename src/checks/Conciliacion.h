@@ -90,16 +90,10 @@ QString Informe(const Resultado &r, bool enCsv);
 // Throws oDB::ErrorBD (nothing written then).
 int Cargar(Sesion &s, const QVector<recibidos::Comprobante> &elegidos);
 
-// An amount as the book and the report write it: "1234,50".
-QString Monto(double n);
-
 // "Comprobantes cargados en el período 11/2026: 2.", after Cargar in the session's period.
 QString TextoCargados(const Sesion &s, int cargados);
 // "No se pudo conciliar: " and why.
 QString TextoNoSePudo(const QString &motivo);
 
-// The supplier CUIT of a voucher as the book keeps it: the text PRV holds for those digits,
-// or the 11 digits when PRV does not hold them.
-QString CuitEnLibro(Sesion &s, const QString &digitos);
 
 } // namespace conciliacion

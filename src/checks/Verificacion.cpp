@@ -43,8 +43,6 @@ struct Contexto {
 
 namespace {
 
-const QString kFormato = QStringLiteral("00.00");
-QString Monto(double n) { return conv::Format(n, kFormato); }
 QString Tasa(double t) { return conv::NumeroATexto(t) + u'%'; }
 bool Distinto(double a, double b, double tolerancia = 0.005) { return std::fabs(a - b) > tolerancia; }
 double Centavos(double n) { return conv::Redondear(n, 2); }
@@ -464,7 +462,7 @@ Resultado VerificarPeriodo(oDB::clManejo &libro, const QString &cuitEmpresa, con
     for (; !rs.Eof(); rs.MoveNext()) {
         FacturaRevisada r;
         r.fecha = conv::ADate(rs(QStringLiteral("IVCFCOMPRO"))).value_or(QDate());
-        r.f.fecha = r.fecha.isValid() ? conv::FechaCorta(r.fecha) : QString();
+        r.f.fecha = conv::FechaCorta(r.fecha);
         r.f.tipo = fmt.EsNull(rs(QStringLiteral("IVCSTIPFAC")));
         r.f.numero = fmt.EsNull(rs(QStringLiteral("IVCSNROFAC")));
         r.f.cuit = fmt.EsNull(rs(QStringLiteral("PRVSNRCUIT")));
@@ -501,8 +499,6 @@ Resultado VerificarPeriodo(oDB::clManejo &libro, const QString &cuitEmpresa, con
     rs.Close();
 
     for (FacturaRevisada &r : facturas) {
-        if (!r.lineasIVA.isEmpty())
-            r.f.alicuota = conv::NumeroATexto(r.lineasIVA.first().tasa);
         Exportado(r);
         if (r.clave)
             c.porClave[*r.clave].append(&r);

@@ -45,6 +45,12 @@ QString CondicionGravados(const QString &empresa, const QString &proveedor, cons
            QStringLiteral("  and IVCSNROFAC = ") + Q(numero);
 }
 
+QString TotalGravados(const QString &empresa, const QString &proveedor, const QString &numero)
+{
+    return QStringLiteral("select sum(GRAVAD_Valor) as TotalGravados from IVC_Gravado ") +
+           CondicionGravados(empresa, proveedor, numero);
+}
+
 QString IdMaximoGravado(const QString &empresa, const QString &proveedor, const QString &numero)
 {
     return QStringLiteral("select max(GRAVAD_id) as MaxId from IVC_Gravado ") +

@@ -35,6 +35,8 @@ QString AltaIVC(const CabeceraIVC &c);
 
 // The three conditions that key the taxed amounts of an invoice (two blanks before each "and").
 QString CondicionGravados(const QString &empresa, const QString &proveedor, const QString &numero);
+// "select sum(GRAVAD_Valor) as TotalGravados from IVC_Gravado " + the three conditions.
+QString TotalGravados(const QString &empresa, const QString &proveedor, const QString &numero);
 // "select max(GRAVAD_id) as MaxId from IVC_Gravado " + the three conditions.
 QString IdMaximoGravado(const QString &empresa, const QString &proveedor, const QString &numero);
 // One taxed amount, its value through cdbl.

@@ -33,10 +33,9 @@ QString RellenarIzquierda(const QString &texto, int ancho, QChar ch)
     return Repetir(ancho - int(texto.size()), ch) + texto;
 }
 
-double Normalizar(double importe)
-{
-    return conv::CDbl(conv::Format(importe, QStringLiteral("00.00")));
-}
+QString Monto(double importe) { return conv::Format(importe, QStringLiteral("00.00")); }
+
+double Normalizar(double importe) { return conv::CDbl(Monto(importe)); }
 
 QString Importe15(double importe)
 {

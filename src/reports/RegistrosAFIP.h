@@ -16,7 +16,9 @@ QString Repetir(int cantidad, QChar ch);
 // The text left-padded with ch to width characters; a text longer than width fails as above.
 QString RellenarIzquierda(const QString &texto, int ancho, QChar ch = u'0');
 
-// An amount as the program keeps it: formatted with "00.00" and read back (two decimals).
+// An amount as the program writes it: formatted with "00.00" ("1234,50").
+QString Monto(double importe);
+// An amount as the program keeps it: Monto read back (two decimals).
 double Normalizar(double importe);
 
 // The 15-digit amount: "00.00" without its comma (a whole number of cents), left-padded with

@@ -290,9 +290,9 @@ QString Carpeta(const QString &dir) { return QDir(dir).absolutePath() + u'/'; }
 
 } // namespace
 
-QString ResumenDemo::Texto() const
+QString ResumenDemo::Texto(const QString &titulo) const
 {
-    QString t = QStringLiteral("Libro de demostración creado en %1\n").arg(carpeta);
+    QString t = (titulo.isEmpty() ? QStringLiteral("Libro de demostración creado en %1").arg(carpeta) : titulo) + u'\n';
     t += QStringLiteral("Empresas: %1\n").arg(empresas.size());
     for (const EmpresaDemo &e : empresas) {
         QStringList meses;

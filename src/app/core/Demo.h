@@ -36,7 +36,9 @@ struct ResumenDemo {
     int facturas = 0;
     QList<PeriodoDemo> periodos;     // by company (in the order of empresas), then period
     PeriodoDemo propuesto;           // the company and period with the most invoices
-    QString Texto() const;           // short report for the command line
+    // Short report for the command line, under its first line (by default "Libro de
+    // demostración creado en " and the folder).
+    QString Texto(const QString &titulo = QString()) const;
 };
 
 // Creates personal.mdb, kestrel.mdb and proveedores.mdb in dir (made when missing) with the

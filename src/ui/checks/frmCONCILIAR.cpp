@@ -4,6 +4,7 @@
 #include "app/core/Sesion.h"
 #include "data/Convenciones.h"
 #include "data/oDB.h"
+#include "reports/RegistrosAFIP.h"
 #include "ui/checks/AbrirFactura.h"
 #include "ui/checks/DialogoAbrirQt.h"
 #include "ui/common/Principal.h"
@@ -145,7 +146,7 @@ void frmCONCILIAR::Llenar()
         auto *i = fila(f.c.fecha, f.c.tipoLibro.isEmpty() ? QString::number(f.c.codigo) : f.c.tipoLibro,
                        f.c.NumeroLibro(), f.c.cuitEmisor, f.c.denominacion);
         i->setText(cConcepto, QStringLiteral("Total"));
-        i->setText(cArchivo, conciliacion::Monto(f.c.total));
+        i->setText(cArchivo, Monto(f.c.total));
         const QString obs = f.Observaciones();
         i->setText(cObservacion, obs);
         i->setToolTip(cObservacion, obs);
@@ -158,7 +159,7 @@ void frmCONCILIAR::Llenar()
     for (const conciliacion::FacturaLibro &b : r_.soloEnLibro) {
         auto *i = fila(b.fecha, b.tipo, b.numero, b.proveedor, b.nombre);
         i->setText(cConcepto, QStringLiteral("Total"));
-        i->setText(cLibro, conciliacion::Monto(b.Total()));
+        i->setText(cLibro, Monto(b.Total()));
         i->setData(cCarga, kRolProveedor, b.proveedor);
         i->setData(cCarga, kRolNumero, b.numero);
     }
@@ -170,9 +171,9 @@ void frmCONCILIAR::Llenar()
                               : fila(QDate(), QString(), QString(), QString(), QString());
             primera = false;
             i->setText(cConcepto, x.concepto);
-            i->setText(cLibro, conciliacion::Monto(x.libro));
-            i->setText(cArchivo, conciliacion::Monto(x.archivo));
-            i->setText(cDiferencia, conciliacion::Monto(x.Importe()));
+            i->setText(cLibro, Monto(x.libro));
+            i->setText(cArchivo, Monto(x.archivo));
+            i->setText(cDiferencia, Monto(x.Importe()));
             i->setData(cCarga, kRolProveedor, d.libro.proveedor);
             i->setData(cCarga, kRolNumero, d.libro.numero);
         }

@@ -123,7 +123,7 @@ void frmVERIFICAR::Cargar()
     for (int i = 0; i < hallazgos_.size(); ++i) {
         const Hallazgo &h = hallazgos_[i];
         const QStringList celdas = {verificacion::TextoSeveridad(h.severidad),
-                                    h.fecha.isValid() ? conv::FechaCorta(h.fecha) : QString(),
+                                    conv::FechaCorta(h.fecha),
                                     h.tipo,
                                     h.numero,
                                     h.cuit,

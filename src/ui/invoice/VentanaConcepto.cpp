@@ -465,7 +465,7 @@ void VentanaConcepto::BloquearNumero() { TxtNumero->setReadOnly(lstGravado->coun
 void VentanaConcepto::LeerTotalGravados()
 {
     oDB::Recordset rs;
-    db().CrearRs(rs, QStringLiteral("select sum(GRAVAD_Valor) as TotalGravados from IVC_Gravado ") + CondicionGravados());
+    db().CrearRs(rs, sentencias::TotalGravados(s_.CuitUsuario, cboIdProv->currentText(), TxtNumero->text()));
     lbGravTotal->setText(FormatMonto(s_.oFormato->EsNumero(rs(QStringLiteral("totalgravados")))));
 }
 
