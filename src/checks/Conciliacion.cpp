@@ -58,7 +58,7 @@ Proveedores LeerProveedores(oDB::clManejo &db)
 {
     Proveedores p;
     oDB::Recordset rs;
-    if (db.CrearRs(rs, QStringLiteral("select PRVSNRCUIT, PRVSNOMBRE from PRV")))
+    if (db.Consultar(rs, QStringLiteral("select PRVSNRCUIT, PRVSNOMBRE from PRV")))
         for (; !rs.Eof(); rs.MoveNext()) {
             const QString cuit = conv::Texto(rs.Fields(0));
             p.cuit.insert(Digitos(cuit), cuit);
@@ -73,8 +73,8 @@ QHash<QString, QString> FacturasDelProveedor(oDB::clManejo &db, const QString &e
 {
     QHash<QString, QString> claves;
     oDB::Recordset rs;
-    if (!db.CrearRs(rs, QStringLiteral("select IVCSTIPFAC, IVCSNROFAC, IVCFPERIOD from IVC where USRSNRCUIT = ") +
-                            Q(empresa) + QStringLiteral(" and PRVSNRCUIT = ") + Q(cuitLibro)))
+    if (!db.Consultar(rs, QStringLiteral("select IVCSTIPFAC, IVCSNROFAC, IVCFPERIOD from IVC where USRSNRCUIT = ") +
+                              Q(empresa) + QStringLiteral(" and PRVSNRCUIT = ") + Q(cuitLibro)))
         return claves;
     const QString digitos = Digitos(cuitLibro);
     for (; !rs.Eof(); rs.MoveNext()) {
@@ -156,21 +156,18 @@ LibroDelPeriodo LeerLibro(Sesion &s)
     l.prv = LeerProveedores(db);
     // Each invoice of the period with its VAT lines, one row per line (one row with the line's
     // columns NULL when it has none); the rows of an invoice are told by its rowid. A line
-    // without a rate counts as rate 0.
+    // without a rate counts as rate 0. A period that cannot be read is an error: read as empty,
+    // every voucher would look missing.
     oDB::Recordset rs;
-    if (!db.CrearRs(rs, QStringLiteral("select i.rowid, i.PRVSNRCUIT, i.IVCSTIPFAC, i.IVCSNROFAC, i.IVCFCOMPRO, "
+    if (!db.Consultar(rs, QStringLiteral("select i.rowid, i.PRVSNRCUIT, i.IVCSTIPFAC, i.IVCSNROFAC, i.IVCFCOMPRO, "
                                        "i.IVCDGRAVAD, i.IVCDNOGRAV, i.IVARIN, i.IVCINGBRU, d.rowid, d.IVCDETIVA, "
                                        "d.IVCDETVLR "
                                        "from IVC i left join IVC_DetIVA d on d.USRSNRCUIT = i.USRSNRCUIT and "
                                        "d.PRVSNRCUIT = i.PRVSNRCUIT and d.IVCSNROFAC = i.IVCSNROFAC "
                                        "where i.USRSNRCUIT = ") +
                             Q(s.CuitUsuario) + QStringLiteral(" and i.IVCFPERIOD = datevalue(") + Q(s.PeriodoDesde) +
-                            u')')) {
-        // A period that cannot be read is an error: read as empty, every voucher would look missing.
-        if (!db.UltimoError().isEmpty())
-            throw oDB::ErrorBD{db.UltimoError()};
+                            u')'))
         return l;
-    }
     QHash<qint64, int> porFila;
     porFila.reserve(rs.RecordCount());
     for (; !rs.Eof(); rs.MoveNext()) {

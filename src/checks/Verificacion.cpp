@@ -457,7 +457,7 @@ Resultado VerificarPeriodo(oDB::clManejo &libro, const QString &cuitEmpresa, con
     std::vector<FacturaRevisada> facturas;
     QHash<QString, qsizetype> indice;
     oDB::Recordset rs;
-    Consultar(libro, rs, SqlFacturas(cuitEmpresa, periodoDesde));
+    libro.Consultar(rs, SqlFacturas(cuitEmpresa, periodoDesde));
     facturas.reserve(size_t(rs.RecordCount()));
     for (; !rs.Eof(); rs.MoveNext()) {
         FacturaRevisada r;
@@ -478,7 +478,7 @@ Resultado VerificarPeriodo(oDB::clManejo &libro, const QString &cuitEmpresa, con
     rs.Close();
 
     // Their VAT lines and gross-income sums.
-    Consultar(libro, rs, SqlLineasIVA(cuitEmpresa, periodoDesde));
+    libro.Consultar(rs, SqlLineasIVA(cuitEmpresa, periodoDesde));
     for (; !rs.Eof(); rs.MoveNext()) {
         const auto it = indice.constFind(Clave(fmt.EsNull(rs(QStringLiteral("PRVSNRCUIT"))),
                                                fmt.EsNull(rs(QStringLiteral("IVCSNROFAC")))));
@@ -487,7 +487,7 @@ Resultado VerificarPeriodo(oDB::clManejo &libro, const QString &cuitEmpresa, con
                 {fmt.EsNumero(rs(QStringLiteral("IVCDETIVA"))), fmt.EsNumero(rs(QStringLiteral("IVCDETVLR")))});
     }
     rs.Close();
-    Consultar(libro, rs, SqlSumasIB(cuitEmpresa, periodoDesde));
+    libro.Consultar(rs, SqlSumasIB(cuitEmpresa, periodoDesde));
     for (; !rs.Eof(); rs.MoveNext()) {
         const auto it = indice.constFind(Clave(fmt.EsNull(rs(QStringLiteral("PRVSNRCUIT"))),
                                                fmt.EsNull(rs(QStringLiteral("IVCSNROFAC")))));

@@ -409,6 +409,15 @@ bool clManejo::CrearRs(Recordset &rs)
     return !rs.filas_.isEmpty();
 }
 
+bool clManejo::Consultar(Recordset &rs, const QString &sql)
+{
+    if (CrearRs(rs, sql))
+        return true;
+    if (!rs.Abierto())
+        throw ErrorBD{ultimoError_, -2147217900};
+    return false;
+}
+
 namespace {
 
 void Directa(sqlite3 *db, const char *sql)

@@ -90,6 +90,9 @@ public:
 
     // The same statements with the text given at once.
     bool CrearRs(Recordset &rs, const QString &sql) { setSQL(sql); return CrearRs(rs); }
+    // CrearRs that tells a failure from no rows: false when the statement yielded none; throws
+    // ErrorBD when it failed.
+    bool Consultar(Recordset &rs, const QString &sql);
     long Ejecutar(const QString &sql) { setSQL(sql); return Ejecutar(); }
 
     // A transaction on the connection, for a set of statements that go in all together or not

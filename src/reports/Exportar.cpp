@@ -188,13 +188,6 @@ QString DialogoGuardarReporte(Sesion &s, QWidget *propietario)
     return conv::Trim(elegido);
 }
 
-void Consultar(oDB::clManejo &db, oDB::Recordset &rs, const QString &sql)
-{
-    db.setSQL(sql);
-    if (!db.CrearRs(rs) && !rs.Abierto())
-        throw oDB::ErrorBD{db.UltimoError(), -2147217900};
-}
-
 namespace {
 
 void Mensaje(Sesion &s, const QString &texto, int estilo)
@@ -248,7 +241,7 @@ bool GenerarReporte(Sesion &s, QString &SepCol, QWidget *propietario)
         oDB::clManejo &db = *s.dbLibro;
         const cFORMAT::MAIN &fmt = *s.oFormato;
         oDB::Recordset rs;
-        Consultar(db, rs, SqlFacturasPeriodo(s.CuitUsuario, s.PeriodoDesde));
+        db.Consultar(rs, SqlFacturasPeriodo(s.CuitUsuario, s.PeriodoDesde));
 
         QString planilla = EncabezadoPlanilla(SepCol);
         QString comprobantes;
@@ -276,7 +269,7 @@ bool GenerarReporte(Sesion &s, QString &SepCol, QWidget *propietario)
                         vb::vbOKOnly);
 
             linea = 53;
-            Consultar(db, rsAux, SqlNombreProveedor(f.cuit));
+            db.Consultar(rsAux, SqlNombreProveedor(f.cuit));
             f.nombre = rsAux.Eof() ? QStringLiteral("desconocido!")
                                    : fmt.EsNull(rsAux(QStringLiteral("PRVSNOMBRE")));
             rsAux.Close();
@@ -297,7 +290,7 @@ bool GenerarReporte(Sesion &s, QString &SepCol, QWidget *propietario)
             totales.Sumar(f);
 
             linea = 58;
-            Consultar(db, rsAux, SqlAlicuota(s.CuitUsuario, numero20, f.cuit));
+            db.Consultar(rsAux, SqlAlicuota(s.CuitUsuario, numero20, f.cuit));
             if (!rsAux.Eof())
                 f.alicuota = fmt.EsNull(rsAux(QStringLiteral("IVCDETIVA")));
             rsAux.Close();
@@ -315,7 +308,7 @@ bool GenerarReporte(Sesion &s, QString &SepCol, QWidget *propietario)
         linea = 6;
         planilla += LineaTotales(totales, SepCol);
         for (const QString &tasa : {QStringLiteral("10.5"), QStringLiteral("21"), QStringLiteral("27")}) {
-            Consultar(db, rsAux, SqlResumenTasa(tasa, s.CuitUsuario, s.PeriodoDesde));
+            db.Consultar(rsAux, SqlResumenTasa(tasa, s.CuitUsuario, s.PeriodoDesde));
             if (!rsAux.Eof())
                 planilla += ResumenTasa(fmt.EsNull(rsAux(QStringLiteral("IVCDETIVA"))),
                                         fmt.EsNumero(rsAux(QStringLiteral("grav"))),
@@ -323,12 +316,12 @@ bool GenerarReporte(Sesion &s, QString &SepCol, QWidget *propietario)
             rsAux.Close();
         }
         // Sums over no line at all come back null and are shown as 00.00.
-        Consultar(db, rsAux, SqlResumenOtras(s.CuitUsuario, s.PeriodoDesde));
+        db.Consultar(rsAux, SqlResumenOtras(s.CuitUsuario, s.PeriodoDesde));
         if (!rsAux.Eof())
             planilla += ResumenOtras(fmt.EsNumero(rsAux(QStringLiteral("grav"))),
                                      fmt.EsNumero(rsAux(QStringLiteral("iva"))), SepCol);
         rsAux.Close();
-        Consultar(db, rsAux, SqlResumenNoGravado(s.CuitUsuario, s.PeriodoDesde));
+        db.Consultar(rsAux, SqlResumenNoGravado(s.CuitUsuario, s.PeriodoDesde));
         if (!rsAux.Eof())
             planilla += ResumenNoGravado(fmt.EsNumero(rsAux(QStringLiteral("ingb"))),
                                          fmt.EsNumero(rsAux(QStringLiteral("nograv"))), SepCol);

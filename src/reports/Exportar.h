@@ -54,10 +54,6 @@ QString SqlResumenNoGravado(const QString &cuit, const QString &periodoDesde);
 QString ExisteEnPeriodo(const QString &cuit, const QString &periodoDesde,
                         const QString &condicionExtra = QString());
 
-// Runs a query of a report on db. A statement that fails leaves rs closed and raises the
-// engine's error (oDB::ErrorBD), which ends the report through its error trap.
-void Consultar(oDB::clManejo &db, oDB::Recordset &rs, const QString &sql);
-
 // The chosen path made ready: NUL characters removed and ".xls" appended unless the last three
 // characters, lower-cased, are "xls".
 QString RutaPlanilla(const QString &elegida);

@@ -85,7 +85,7 @@ QString Detalle(Sesion &s, const QString &tabla, const QString &deLaFactura, con
     cFORMAT::MAIN &fmt = *s.oFormato;
     QString texto;
     oDB::Recordset rs;
-    Consultar(*s.dbLibro, rs, QStringLiteral("select ") + c.tasa + QStringLiteral(", ") + c.descripcion + QStringLiteral(", ") +
+    s.dbLibro->Consultar(rs, QStringLiteral("select ") + c.tasa + QStringLiteral(", ") + c.descripcion + QStringLiteral(", ") +
                          c.valor + QStringLiteral(" from ") + tabla + deLaFactura);
     for (bool primera = true; !rs.Eof(); rs.MoveNext(), primera = false) {
         texto += (primera ? rotulo : Blancos(91) + QStringLiteral("-->")) + A(fmt.EsNull(rs(c.tasa)), "D", 5) + u'%' +
@@ -112,8 +112,7 @@ QString ComponerLibro(Sesion &s)
     QString texto;
 
     oDB::Recordset rs;
-    Consultar(*s.dbLibro, rs,
-              QStringLiteral("select * from IVC where USRSNRCUIT = ") + oDB::Q(s.CuitUsuario) +
+    s.dbLibro->Consultar(rs, QStringLiteral("select * from IVC where USRSNRCUIT = ") + oDB::Q(s.CuitUsuario) +
                   QStringLiteral(" and IVCFPERIOD = datevalue(") + oDB::Q(s.PeriodoDesde) +
                   QStringLiteral(") order by IVCFCOMPRO, val(right(IVCSNROFAC,8))"));
 
@@ -142,7 +141,7 @@ QString ComponerLibro(Sesion &s)
         const QString proveedor = fmt.EsNull(rs(QStringLiteral("PRVSNRCUIT")));
 
         oDB::Recordset rsPrv;
-        Consultar(*s.dbLibro, rsPrv, SqlNombreProveedor(proveedor));
+        s.dbLibro->Consultar(rsPrv, SqlNombreProveedor(proveedor));
         const QString nombre = rsPrv.Eof() ? QStringLiteral("desconocido!")
                                            : fmt.EsNull(rsPrv(QStringLiteral("PRVSNOMBRE")));
         rsPrv.Close();
@@ -185,7 +184,7 @@ QString ComponerLibro(Sesion &s)
     // Summary by rate: the spreadsheet's statements, the rate printed with its decimal comma.
     for (const QString &tasa : {QStringLiteral("10.5"), QStringLiteral("21"), QStringLiteral("27")}) {
         oDB::Recordset r;
-        Consultar(*s.dbLibro, r, SqlResumenTasa(tasa, s.CuitUsuario, s.PeriodoDesde));
+        s.dbLibro->Consultar(r, SqlResumenTasa(tasa, s.CuitUsuario, s.PeriodoDesde));
         if (!r.Eof()) {
             const QString rotulo = QString(tasa).replace(u'.', u',') + QStringLiteral("% ");
             // A rate whose lines all hold no amount sums to null: 00,00, as the spreadsheet.
@@ -199,7 +198,7 @@ QString ComponerLibro(Sesion &s)
     // without grouping: over no row at all they bring one row of null sums, printed as 00,00
     // as the spreadsheet shows them.
     oDB::Recordset rOtras;
-    Consultar(*s.dbLibro, rOtras, SqlResumenOtrasLibro(s.CuitUsuario, s.PeriodoDesde));
+    s.dbLibro->Consultar(rOtras, SqlResumenOtrasLibro(s.CuitUsuario, s.PeriodoDesde));
     if (!rOtras.Eof()) {
         texto += QStringLiteral("NETO GRAVADO OTROS ") + F(fmt.EsNumero(rOtras(QStringLiteral("grav")))) + kCRLF;
         texto += QStringLiteral("IVA OTROS ") + F(fmt.EsNumero(rOtras(QStringLiteral("iva")))) + kCRLF;
@@ -207,7 +206,7 @@ QString ComponerLibro(Sesion &s)
     rOtras.Close();
 
     oDB::Recordset rNoGrav;
-    Consultar(*s.dbLibro, rNoGrav, SqlResumenNoGravado(s.CuitUsuario, s.PeriodoDesde));
+    s.dbLibro->Consultar(rNoGrav, SqlResumenNoGravado(s.CuitUsuario, s.PeriodoDesde));
     if (!rNoGrav.Eof()) {
         texto += QStringLiteral("INGRESOS BRUTOS ") + F(fmt.EsNumero(rNoGrav(QStringLiteral("ingb")))) + kCRLF;
         texto += QStringLiteral("NO GRAVADOS/EXENTOS ") + F(fmt.EsNumero(rNoGrav(QStringLiteral("nograv")))) + kCRLF;

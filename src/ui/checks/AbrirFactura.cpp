@@ -11,14 +11,10 @@ std::optional<FilaFactura> FilaDeFactura(Sesion &s, const QString &cuitProveedor
     if (!s.dbLibro)
         throw oDB::ErrorBD{QStringLiteral("La conexión no está abierta."), 3709};
     oDB::Recordset rs;
-    s.dbLibro->setSQL(sentencias::FilasListaPeriodo(s.CuitUsuario, s.PeriodoDesde) +
-                      QStringLiteral(" and IVC.PRVSNRCUIT = ") + oDB::Q(cuitProveedor) +
-                      QStringLiteral(" and IVCSNROFAC = ") + oDB::Q(numero));
-    if (!s.dbLibro->CrearRs(rs)) {
-        if (!rs.Abierto())
-            throw oDB::ErrorBD{s.dbLibro->UltimoError(), -2147217900};
+    if (!s.dbLibro->Consultar(rs, sentencias::FilasListaPeriodo(s.CuitUsuario, s.PeriodoDesde) +
+                                      QStringLiteral(" and IVC.PRVSNRCUIT = ") + oDB::Q(cuitProveedor) +
+                                      QStringLiteral(" and IVCSNROFAC = ") + oDB::Q(numero)))
         return std::nullopt;
-    }
     // The row as the main list shows it, read back as Enter on the list reads it.
     const auto celda = [&rs](int c) { return conv::Texto(rs.Fields(c)); };
     const cFORMAT::MAIN formato;
