@@ -1,7 +1,7 @@
 #include "app/core/Ajustes.h"
 #include "app/core/Sesion.h"
+#include "common/Archivo.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -19,17 +19,14 @@ private slots:
         QTemporaryDir dir;
         const std::pair<const char *, QByteArray> archivos[] = {
             {"FACTURACION.ini", "[DATOS]\nIVARIN=10,5\n[IVC]\nCFGIMPFUEN=9,5\n"}, {"VENTO.ini", "[HISTORIAL]\nIVCFPERIOD=15/03/2005\n"}};
-        for (const auto &[nombre, texto] : archivos) {
-            QFile f(dir.filePath(QString::fromLatin1(nombre)));
-            QVERIFY(f.open(QIODevice::WriteOnly) && f.write(texto) == texto.size());
-        }
+        for (const auto &[nombre, texto] : archivos)
+            EscribirArchivo(dir.filePath(QString::fromLatin1(nombre)), texto);
         Sesion s{Ajustes(dir.path())};
         QVERIFY(LeerDatos(s));
-        QCOMPARE(s.IvaRIN, 10.5);
-        QCOMPARE(s.ImpFuente, 9.5);
-        QCOMPARE(s.PeriodoDesde + u'-' + s.PeriodoHasta, QStringLiteral("01/03/2005-31/03/2005"));
-        QCOMPARE(s.CuitUsuario + u'|' + s.RutaLibro + u'|' + s.SeparadorDecimal, QStringLiteral("||,"));
-        QCOMPARE(s.ImpLineasHoja, qint16(30));
+        QCOMPARE(QPair(s.IvaRIN, s.ImpFuente), QPair(10.5, 9.5));
+        QCOMPARE(QStringList({s.PeriodoDesde, s.PeriodoHasta, s.CuitUsuario, s.RutaLibro, s.SeparadorDecimal,
+                              QString::number(s.ImpLineasHoja)}),
+                 QStringList({"01/03/2005", "31/03/2005", "", "", ",", "30"}));
 
         QTemporaryDir vacia;
         Sesion primera{Ajustes(vacia.path())};

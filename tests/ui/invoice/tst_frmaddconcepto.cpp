@@ -1,8 +1,12 @@
 // The add-invoice window driven from the keyboard over a real book: the header save and its
 // checks, the taxed amounts, the VAT lines and the totals, and the hand-off to supplier
-// tracking (a posting that fails is reported and loses nothing).
+// tracking (a posting that fails is reported and loses nothing) and the tracking book itself.
+// Then gross-income lines on both invoice windows: a line given by its percentage or by its amount
+// alone, the header total IVCINGBRU rewritten from the lines, deleting lines on the modify window,
+// and the invoices of the earlier single-amount scheme on the modify window.
 
 #include "LibroFacturas.h"
+#include "app/core/Seguimiento.h"
 #include "data/Convenciones.h"
 #include "data/SegProveedores.h"
 
@@ -11,6 +15,7 @@
 class TstFrmADDConcepto : public QObject, Facturas
 {
     Q_OBJECT
+    static inline const QString kTrampa = " - seccion [MORLA.SP_EnviarASeguimiento (modGBPROC)]";
 
     // A fresh book and the add window on it, with the number and the untaxed amount typed.
     std::unique_ptr<frmADDConcepto> Nueva(const QString &numero, const QString &noGravado)
@@ -21,18 +26,33 @@ class TstFrmADDConcepto : public QObject, Facturas
         Campo(w->TxtNoGrav, noGravado);
         return w;
     }
-    // The postings recorded for the company in the book's supplier-tracking file, as
-    // "company>supplier|date|number|description|side|amount".
-    QStringList Publicadas() const
+    // The postings recorded for the company (of one supplier when given) in the book's supplier-tracking
+    // file, as "company>supplier|date|number|description|side|amount"; one with no registration
+    // stamp starts with "?".
+    QStringList Publicadas(const QString &proveedor = QString()) const
     {
         SegProveedoresServices::clMAinSP sp;
         sp.setsp_pcuituser(kEmpresa);
         sp.setPathDB(libro->Carpeta() + "proveedores.mdb");
         QStringList out;
-        for (const auto &i : sp.Imputaciones())
-            out << QStringList{i.empresa + u'>' + i.proveedor, i.fecha.toString(u"dd/MM/yyyy"), i.numero, i.descripcion,
-                               i.lado, conv::NumeroATexto(i.importe)}.join(u'|');
+        for (const auto &i : sp.Imputaciones(proveedor))
+            out << QStringList{(i.registrado.isEmpty() ? "?" : "") + i.empresa + u'>' + i.proveedor,
+                               i.fecha.toString(u"dd/MM/yyyy"), i.numero, i.descripcion, i.lado,
+                               conv::NumeroATexto(i.importe)}.join(u'|');
         return out;
+    }
+
+    QString Cabecera(const QString &columnas) const
+    {
+        return Filas("select " + columnas + " from IVC where IVCSNROFAC like '0001-%'").join(u'/');
+    }
+    // Picks the base of a line given by its amount: the first taxed amount or the total.
+    static void Base(VentanaConcepto &w, const QString &cual)
+    {
+        if (cual.isEmpty())
+            return;
+        w.cboGravadoIngBru->setFocus();
+        Tecla(cual == QLatin1String("total") ? Qt::Key_End : Qt::Key_Home);
     }
 
 private slots:
@@ -101,11 +121,7 @@ private slots:
 
         Gravado(*w, "100");
         Gravado(*w, "200");
-        w->lstGravado->setFocus();
-        w->lstGravado->setCurrentRow(-1);
-        Tecla(Qt::Key_Delete);
-        QCOMPARE(Msg().Ultimo(), "Debe seleccionar un valor Gravado");
-        Tecla(Qt::Key_Home);
+        w->lstGravado->setCurrentRow(0);
         Borrar(w->lstGravado, Msg(), vb::vbNo);
         QCOMPARE(Aviso(), Con("Confirma eliminar el Gravado 100,00", vb::vbYesNo + vb::vbQuestion));
         QCOMPARE(w->lstGravado->count(), 2);
@@ -120,7 +136,7 @@ private slots:
         Campo(w->TxtNumero, "0001-2");
         Guardar(*w);
         QCOMPARE(Filas("select IVCSNROFAC from IVC"), QStringList{"0001-2"});
-        QCOMPARE(Msg().mostrados.size(), 5); // nothing since the questions
+        QCOMPARE(Msg().mostrados.size(), 4); // nothing since the questions
     }
 
     // The duplicate check refuses the header, and the invoice on screen is posted all the same;
@@ -147,12 +163,10 @@ private slots:
     {
         auto w = Nueva("0001-1", "0");
         libro->LineaIVA(kEmpresa, kAcme, "0001-9", 7, 21, "otra factura", 1);
-        // The two refusals differ in their icon only.
+        // A rate or a value that is not a number is refused before anything is written.
         LineaIVA(*w, "x", "1");
-        QCOMPARE(Aviso(), Con("Debe ingresar un valor númerico", vb::vbCritical));
         LineaIVA(*w, "21", "x");
-        QCOMPARE(Aviso(), Con("Debe ingresar un valor númerico", vb::vbOKOnly));
-        QCOMPARE(Contar("IVC"), 0L);
+        QCOMPARE(QPair(Msg().mostrados.size(), Contar("IVC")), QPair(qsizetype(2), 0L));
 
         LineaIVA(*w, "10.5", "10,50");
         // From now on the header save updates, and so checks "Gravado": refused, no line.
@@ -242,9 +256,10 @@ private slots:
         Gravado(*w, "100");
         LineaIVA(*w, "21", "21");
         Guardar(*w);
-        // One error report; the posting itself is tested with the tracking book.
-        QVERIFY(Msg().mostrados.size() == 1 && Msg().UltimoEstilo() == vb::vbCritical && w->isVisible());
-        QVERIFY(Publicadas().isEmpty());
+        // One error report, in the error trap's words.
+        QVERIFY2(Msg().mostrados.size() == 1 && Msg().Ultimo().endsWith(kTrampa) && w->isVisible(),
+                 qPrintable(Aviso()));
+        QCOMPARE(QPair(Msg().UltimoEstilo(), Publicadas()), QPair(int(vb::vbCritical), QStringList()));
         QCOMPARE(Filas("select PRVSNRCUIT,IVCSNROFAC,IVCDNOGRAV,IVCDGRAVAD,IVARIN from IVC"),
                  QStringList{"30700000022|0001-00000042|5|100|21"});
 
@@ -261,6 +276,147 @@ private slots:
         Tecla(Qt::Key_Space); // unticked again: no more postings
         Guardar(*w);
         QCOMPARE(QPair(Publicadas().size(), Msg().mostrados.size()), QPair(qsizetype(2), qsizetype(1)));
+    }
+
+    // Straight to the tracking book: one without its table gets it on the first send; every send
+    // is one posting; another company's postings are not listed, nor another supplier's.
+    void envioDirecto()
+    {
+        Libro();
+        libro->Ejecutar("proveedores.mdb", {"drop table IMPUTACIONES"});
+        const QList<std::pair<QString, double>> envios{{kEmpresa, 1210.5}, {kEmpresa, 1300}, {"20-9", 5}};
+        for (const auto &[empresa, importe] : envios)
+            SP_EnviarASeguimiento(libro->S(), empresa, kBeta, "15-03-2026", "0001-00000012", "Factura A", importe);
+        QVERIFY(Msg().mostrados.isEmpty());
+        const QString f = "20111111112>30700000022|15/03/2026|0001-00000012|Factura A|DEBE|";
+        QCOMPARE(Publicadas(kBeta), (QStringList{f + "1210,5", f + "1300"}));
+        QCOMPARE(Publicadas(kAcme), QStringList());
+    }
+    // A date that is not a date is reported in the error trap's words.
+    void fechaInvalida()
+    {
+        Libro();
+        SP_EnviarASeguimiento(libro->S(), kEmpresa, kBeta, "xx", "1", "Factura A", 121);
+        QCOMPARE(QPair(Msg().mostrados.size(), Msg().UltimoEstilo()), QPair(qsizetype(1), int(vb::vbCritical)));
+        QVERIFY2(Msg().Ultimo().endsWith(kTrampa), qPrintable(Msg().Ultimo()));
+    }
+
+    void lineaNueva_data()
+    {
+        QTest::addColumn<QStringList>("gravados");
+        QTest::addColumn<QString>("base");       // "total", "primero" or none picked
+        QTest::addColumn<QStringList>("linea"); // the VAT rate box, then percentage, description, value
+        QTest::addColumn<QString>("resultado"); // the row stored, or how the message shown ends
+        QTest::addColumn<int>("estilo");        // the message's, -1 for a row stored
+
+        const QStringList dos{"400", "600"}, nada;
+        using L = QStringList;
+        QTest::newRow("monto sobre el total") << dos << "total" << L{"21", "", "", "30"} << "1|3|Ingresos Brutos|30|0001-1" << -1;
+        QTest::newRow("monto sobre un gravado") << dos << "primero" << L{"", "", "Perc. O'Neil", "10"} << "1|2,5|Perc. O Neil|10|0001-1" << -1;
+        QTest::newRow("porcentaje, tasa IVA 21") << dos << "total" << L{"21", "3", "", "30"} << "1|3|Iva del 21:|30|0001-1" << -1;
+        QTest::newRow("porcentaje, valor no numérico") << nada << "" << L{"21", "3", "", "x"} << "Debe ingresar un valor númerico" << int(vb::vbOKOnly);
+        QTest::newRow("monto sin base elegida") << L{"100"} << "" << L{"", "", "", "30"} << "13 - seccion [morla.ingbrutosdet_add]" << int(vb::vbCritical);
+    }
+    void lineaNueva()
+    {
+        QFETCH(QStringList, gravados);
+        QFETCH(QString, base);
+        QFETCH(QStringList, linea);
+        QFETCH(QString, resultado);
+        QFETCH(int, estilo);
+
+        auto w = Nueva("0001-1", "0");
+        for (const QString &g : gravados)
+            Gravado(*w, g);
+        Base(*w, base);
+        Campo(w->txtIVCDETIVA, linea[0]);
+        LineaIB(*w, linea[1], linea[2], linea[3]);
+
+        if (estilo >= 0) {
+            QVERIFY2(Aviso().endsWith(Con(resultado, estilo)), qPrintable(Aviso()));
+            // Stopped before the header save.
+            QCOMPARE(Contar("IVC_DetIngBrutos") + Contar("IVC"), 0L);
+            return;
+        }
+        QVERIFY2(Msg().mostrados.isEmpty(), qPrintable(Msg().Ultimo()));
+        // The first line wrote the header, then itself; the header takes the lines' total.
+        QCOMPARE(Filas("select IVCdetId,IVCDETIB,IVCDETIBDSC,IVCDETIBVLR,IVCSNROFAC from IVC_DetIngBrutos"),
+                 QStringList{resultado});
+        QCOMPARE(Cabecera("IVCSNROFAC,IVCINGBRU"), "0001-1|" + linea[3]);
+        QVERIFY(w->lstIVC_detIngBru->topLevelItemCount() == 1 && Foco() == w->txtIVC_IngB && !w->cboProv->isEnabled());
+    }
+
+    // On the modify window the lines are listed on opening (rewriting the header's total), and
+    // the last line deleted writes 0, leaving the focus on the list.
+    void lineasEnLaVentanaDeModificacion()
+    {
+        Libro();
+        FacturaDeAcme(1000, 0, 99);
+        libro->LineaIB(kEmpresa, kAcme, kNumero, 4, 3, "Perc. IIBB", 30);
+        auto w = Modificar(1000, 0, 99);
+        QCOMPARE((QStringList{Cabecera("IVCINGBRU"), w->lbTotalFactura->text(), w->lbIngBrut->text(),
+                              QString::number(w->lstIVC_detIngBru->topLevelItemCount())}),
+                 (QStringList{"30", "1035,00", "30,00", "1"}));
+        QVERIFY(w->txtINGBRUOld->isHidden() && w->lbINGBOld->isHidden() && !w->LegadoIngBrutos());
+        // It has a taxed amount and a line: number and supplier fixed.
+        QVERIFY(w->TxtNumero->isReadOnly() && !w->cboProv->isEnabled());
+
+        Campo(w->TxtGrav, "0");
+        Borrar(w->lstIVC_detIngBru, Msg());
+        QCOMPARE(Cabecera("IVCINGBRU") + u' ' + w->lbTotalFactura->text(), "0 1005,00");
+        QVERIFY(Foco() == w->lstIVC_detIngBru && w->cboProv->isEnabled());
+    }
+
+    // An invoice of the earlier scheme: its amount on the header, no lines. It shows the amount
+    // read-only until it is given up (F11 or a line by its amount, answering Yes) or a line is
+    // added by its percentage.
+    void versionAnterior_data()
+    {
+        QTest::addColumn<QString>("accion"); // F11, a line by its amount, a line by its percentage
+        QTest::addColumn<int>("respuesta");
+        QTest::addColumn<QString>("cabecera"); // IVCFPERIOD|IVCINGBRU afterwards, then the lines stored
+        QTest::newRow("guardar, No") << "F11" << int(vb::vbNo) << "01/10/2026|150 0";
+        QTest::newRow("guardar, Sí") << "F11" << int(vb::vbYes) << "01/11/2026|0 0";
+        QTest::newRow("línea por monto, No") << "monto" << int(vb::vbNo) << "01/10/2026|150 0";
+        QTest::newRow("línea por monto, Sí") << "monto" << int(vb::vbYes) << "01/11/2026|30 1";
+        QTest::newRow("línea por porcentaje") << "porcentaje" << int(vb::vbNo) << "01/11/2026|30 1";
+    }
+    void versionAnterior()
+    {
+        QFETCH(QString, accion);
+        QFETCH(int, respuesta);
+        QFETCH(QString, cabecera);
+        Libro();
+        FacturaDeAcme(1000, 0, 150);
+        auto w = Modificar(1000, 0, 150);
+        // Opening it lost nothing: the old amount is still on the header.
+        QCOMPARE(Cabecera("IVCINGBRU") + u' ' + w->lbIngBrut->text(), "150 00,00");
+        QVERIFY(w->LegadoIngBrutos() && w->lbINGBOld->isVisible());
+        w->txtINGBRUOld->setFocus();
+        Teclear("9");
+        Campo(w->TxtGrav, "0");
+
+        // A line by its percentage gives the old amount up without a question.
+        const bool pregunta = accion != "porcentaje";
+        Msg().Responder(respuesta);
+        Base(*w, pregunta ? "total" : QString());
+        if (accion == "F11")
+            Tecla(Qt::Key_F11);
+        else
+            LineaIB(*w, pregunta ? QString() : "3", QString(), "30");
+
+        QCOMPARE(Msg().UltimoEstilo(), pregunta ? vb::vbYesNo + vb::vbQuestion : -1); // the question, or none
+        const long lineas = Contar("IVC_DetIngBrutos");
+        QCOMPARE(Cabecera("IVCFPERIOD,IVCINGBRU") + u' ' + QString::number(lineas), cabecera);
+
+        // Given up, it shows 0 and hides, and a later save asks nothing; kept, it asks again.
+        const bool retirado = respuesta == vb::vbYes || !pregunta;
+        QCOMPARE(QPair(w->Guardado(), w->txtINGBRUOld->isVisible()), QPair(retirado, !retirado));
+        QCOMPARE(w->txtINGBRUOld->text(), retirado ? "0" : "150");
+        const qsizetype vistos = Msg().mostrados.size();
+        Msg().Responder(vb::vbNo);
+        Tecla(Qt::Key_F11);
+        QCOMPARE(Msg().mostrados.size() - vistos, retirado ? 0 : 1);
     }
 };
 
