@@ -43,17 +43,11 @@ inline void LlenarLibro(LibroDePrueba &l)
     l.Factura(kBeta, kDos, QStringLiteral("01/12/2005"), QStringLiteral("02/12/2005"), QStringLiteral("A"), QStringLiteral("1"), 100, 0, 21, 0);
 }
 
-// The start-up with the proposal confirmed; what Form_Load answers.
-inline bool Arrancar(frmMAIN &w)
-{
-    AlAbrirse<frmOpciones>([](frmOpciones &f) { QTest::keyClick(f.cboUSR, Qt::Key_F11); });
-    return w.Form_Load();
-}
-
-// The start-up confirmed and the window shown on screen.
+// The start-up with the proposal confirmed and the window shown on screen.
 inline void ArrancarYMostrar(frmMAIN &w)
 {
-    QVERIFY(Arrancar(w));
+    AlAbrirse<frmOpciones>([](frmOpciones &f) { QTest::keyClick(f.cboUSR, Qt::Key_F11); });
+    QVERIFY(w.Form_Load());
     w.show();
     QVERIFY(QTest::qWaitForWindowExposed(&w));
 }

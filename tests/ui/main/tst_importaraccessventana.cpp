@@ -39,12 +39,11 @@ private slots:
         for (const char *clave : {"FACTURACION", "KESTRELRAS", "PERSONAL", "SYSTABLAS"})
             ajustes.Guardar("FACTURACION", "BASES", QString::fromLatin1(clave), viejos);
         libro.Recordar(QStringLiteral("30687100391"), QStringLiteral("01/12/2026"));
-        Sesion &s = libro.S();
         MensajesGuion &mensajes = libro.Mensajes();
         mensajes.Responder(respuesta);
         CarpetaGuion dialogo(destino.isEmpty() ? QString() : carpeta + destino);
-        s.dialogoCarpeta = &dialogo;
-        frmMAIN w(s);
+        libro.S().dialogoCarpeta = &dialogo;
+        frmMAIN w(libro.S());
         int visto = -1;
         AlAbrirse<frmOpciones>([&visto](frmOpciones &f) {
             visto = f.cboUSR->count();
@@ -76,8 +75,6 @@ private slots:
             QCOMPARE(dialogo.pedidos[0].carpetaInicial + u'/' + dialogo.pedidos[0].nombreInicial,
                      carpeta + QStringLiteral("viejos-convertido"));
         QCOMPARE(avance.size() > 1, empresas > 0);
-        if (!avance.isEmpty())
-            QVERIFY2(avance.last().contains(carpeta + destino), qPrintable(avance.last()));
         const QString kestrel = ajustes.Leer(QStringLiteral("FACTURACION"), QStringLiteral("BASES"), QStringLiteral("KESTRELRAS"));
         QCOMPARE(mensajes.mostrados.size(), empresas > 0 || cancela ? 2 : 1);
         if (empresas == 0) {
@@ -88,8 +85,8 @@ private slots:
         }
         // Converted: the settings point at the new books and the main window lists the remembered
         // company's December 2026, two invoices.
-        QCOMPARE((QStringList{QString::number(mensajes.UltimoEstilo()), kestrel, s.RutaLibro, w.lbUSRSNOMBR->text(),
-                              QString::number(w.Grd->Rows())}),
+        QCOMPARE((QStringList{QString::number(mensajes.UltimoEstilo()), kestrel, libro.S().RutaLibro,
+                              w.lbUSRSNOMBR->text(), QString::number(w.Grd->Rows())}),
                  (QStringList{QString::number(vb::vbInformation), carpeta + destino + u'/', kestrel,
                               "Ferretería Ñandú S.R.L.", "3"}));
     }
