@@ -108,13 +108,21 @@ private slots:
         QCOMPARE(Leer(Dir() + "marzo COMPRAS COMPRBTE.txt"), comprobantes.toLatin1());
         QCOMPARE(Leer(Dir() + "marzo COMPRAS ALICUOTAS.txt"), alicuotas.toLatin1());
 
-        // "ivacompras exportar" writes the same three files, with its own settings file.
-        QCOMPARE(Comando({"--archivo", Dir() + "comando.xls"}), QStringLiteral("0 Archivos Generados\n"));
+        // "ivacompras exportar" writes the same three files, with its own settings file. Four
+        // characters are always cut for the tax-authority files, even from a name without ".xls".
+        QCOMPARE(Comando({"--archivo", Dir() + "comandoxls"}), QStringLiteral("0 Archivos Generados\n"));
         QCOMPARE(Ajustes(libro->Carpeta() + "ajustes-comando").Leer("KESTREL", "Config", "SepCol"),
                  QStringLiteral("\t"));
-        QCOMPARE((QList<QByteArray>{Leer(Dir() + "comando.xls"), Leer(Dir() + "comando COMPRAS COMPRBTE.txt"),
-                                   Leer(Dir() + "comando COMPRAS ALICUOTAS.txt")}),
+        QCOMPARE((QList<QByteArray>{Leer(Dir() + "comandoxls"), Leer(Dir() + "comand COMPRAS COMPRBTE.txt"),
+                                   Leer(Dir() + "comand COMPRAS ALICUOTAS.txt")}),
                  (QList<QByteArray>{planilla.toLatin1(), comprobantes.toLatin1(), alicuotas.toLatin1()}));
+        // The command that fails writes nothing: the error trap's report and status 1 for a folder that
+        // is not there, the usage and status 2 when no file is given.
+        const QString sinCarpeta = Comando({"--archivo", Dir() + "no/x.xls"}), sinArchivo = Comando({});
+        QVERIFY2(sinCarpeta.startsWith("1 ") && sinCarpeta.contains(" seccion modGBPROC.GenerarReporte "),
+                 qPrintable(sinCarpeta));
+        QVERIFY2(sinArchivo.startsWith("2 ") && sinArchivo.contains("uso:"), qPrintable(sinArchivo));
+        QCOMPARE(QDir(Dir()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 6);
     }
     void periodoVacio()
     {
@@ -191,18 +199,6 @@ private slots:
                  QStringList({"err COMPRAS ALICUOTAS.txt", "err.xls"}));
         QCOMPARE(Leer(Dir() + "err.xls") + Leer(Dir() + "err COMPRAS ALICUOTAS.txt"), QByteArray("anterioranterior"));
     }
-    // The command that fails writes nothing: the error trap's report and status 1 for a folder that is
-    // not there, the usage and status 2 when no file is given.
-    void comandoFallido()
-    {
-        FacturasDeMarzo();
-        const QString sinCarpeta = Comando({"--archivo", Dir() + "no/existe/x.xls"}), sinArchivo = Comando({});
-        QVERIFY2(sinCarpeta.startsWith("1 ") && sinCarpeta.contains(" seccion modGBPROC.GenerarReporte "),
-                 qPrintable(sinCarpeta));
-        QVERIFY2(sinArchivo.startsWith("2 ") && sinArchivo.contains("uso:"), qPrintable(sinArchivo));
-        QVERIFY(QDir(Dir()).isEmpty());
-    }
-
     void registros_data()
     {
         QTest::addColumn<Caso>("c");
@@ -258,12 +254,6 @@ private slots:
                                             c.noGrav15, c.ib15, c.campo15));
         QCOMPARE(r.alicuota, Alicuota(c.tipo3, c.pv5, c.nro20, cuit20, c.grav15, c.codigo4, c.iva15));
         QCOMPARE(estado.GravadoCero, c.gravadoCeroDespues);
-    }
-    void rutas()
-    {
-        // Four characters are always cut, even from a name that does not end in ".xls".
-        QCOMPARE(RutaPlanilla("C:\\datosxls") + '|' + RutaArchivoAFIP("C:\\datosxls", " COMPRAS ALICUOTAS.txt"),
-                 QStringLiteral("C:\\datosxls|C:\\dato COMPRAS ALICUOTAS.txt"));
     }
 private:
     void FacturasDeMarzo()
