@@ -1,6 +1,5 @@
 #include "checks/Verificacion.h"
 
-#include "app/core/Demo.h"
 #include "data/Componentes.h"
 #include "data/Convenciones.h"
 #include "data/oDB.h"
@@ -367,7 +366,7 @@ QString MotivoCuitInvalido(const QString &cuit)
     static const QStringList prefijos = {"20", "23", "24", "27", "30", "33", "34"};
     if (!prefijos.contains(cuit.left(2)))
         return QStringLiteral("el prefijo %1 no existe").arg(cuit.left(2));
-    const int dv = demo::DigitoVerificador(cuit.left(10));
+    const int dv = conv::DigitoVerificador(cuit.left(10));
     if (dv < 0)
         return QStringLiteral("con esos diez dígitos no hay dígito verificador posible");
     if (cuit[10] != QChar(u'0' + dv))

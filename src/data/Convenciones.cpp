@@ -536,4 +536,22 @@ QByteArray ALatin1(const QString &s)
 
 QString EnLatin1(const QString &s) { return QString::fromLatin1(ALatin1(s)); }
 
+int DigitoVerificador(const QString &diezDigitos)
+{
+    static const int pesos[10] = {5, 4, 3, 2, 7, 6, 5, 4, 3, 2};
+    if (diezDigitos.size() != 10)
+        return -1;
+    int suma = 0;
+    for (int i = 0; i < 10; ++i) {
+        const QChar c = diezDigitos[i];
+        if (c < u'0' || c > u'9')
+            return -1;
+        suma += (c.unicode() - u'0') * pesos[i];
+    }
+    const int dv = 11 - suma % 11;
+    if (dv == 11)
+        return 0;
+    return dv == 10 ? -1 : dv;
+}
+
 } // namespace conv

@@ -82,6 +82,10 @@ QByteArray ALatin1(const QString &s);
 // units but one byte).
 QString EnLatin1(const QString &s);
 
+// CUIT check digit of the first ten digits (weights 5 4 3 2 7 6 5 4 3 2, modulo 11);
+// -1 when the ten digits admit none (the tax authority then changes the prefix).
+int DigitoVerificador(const QString &diezDigitos);
+
 // The error the platform raises when a value cannot be converted.
 struct ErrorConversion {
     QString descripcion;

@@ -18,29 +18,11 @@
 
 namespace demo {
 
-int DigitoVerificador(const QString &diezDigitos)
-{
-    static const int pesos[10] = {5, 4, 3, 2, 7, 6, 5, 4, 3, 2};
-    if (diezDigitos.size() != 10)
-        return -1;
-    int suma = 0;
-    for (int i = 0; i < 10; ++i) {
-        const QChar c = diezDigitos[i];
-        if (c < u'0' || c > u'9')
-            return -1;
-        suma += (c.unicode() - u'0') * pesos[i];
-    }
-    const int dv = 11 - suma % 11;
-    if (dv == 11)
-        return 0;
-    return dv == 10 ? -1 : dv;
-}
-
 QString Cuit(int prefijo, int cuerpo)
 {
     const QString p = QStringLiteral("%1").arg(prefijo, 2, 10, QChar(u'0'));
     const QString c = QStringLiteral("%1").arg(cuerpo, 8, 10, QChar(u'0'));
-    const int dv = DigitoVerificador(p + c);
+    const int dv = conv::DigitoVerificador(p + c);
     if (dv < 0 || p.size() != 2 || c.size() != 8)
         return QString();
     return p + c + QString::number(dv);
@@ -53,7 +35,7 @@ bool CuitValido(const QString &cuit)
     for (QChar c : cuit)
         if (!c.isDigit())
             return false;
-    const int dv = DigitoVerificador(cuit.left(10));
+    const int dv = conv::DigitoVerificador(cuit.left(10));
     return dv >= 0 && cuit[10] == QChar(u'0' + dv);
 }
 

@@ -9,9 +9,6 @@
 
 namespace demo {
 
-// CUIT check digit of the first ten digits (weights 5 4 3 2 7 6 5 4 3 2, modulo 11);
-// -1 when the ten digits admit none (the tax authority then changes the prefix).
-int DigitoVerificador(const QString &diezDigitos);
 // "30712345678" (the eleven digits, as the tax authority's files take them) from the prefix (20, 23, 27, 30, 33...) and the eight-digit body; empty when
 // that body has no valid check digit.
 QString Cuit(int prefijo, int cuerpo);

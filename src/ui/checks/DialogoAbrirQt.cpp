@@ -1,5 +1,7 @@
 #include "ui/checks/DialogoAbrirQt.h"
 
+#include "ui/common/DialogoGuardarQt.h"
+
 #include <QDir>
 #include <QFileDialog>
 
@@ -8,7 +10,7 @@ QString DialogoAbrirQt::Abrir(const QString &titulo, const QList<FiltroArchivo> 
 {
     QStringList lista;
     for (const FiltroArchivo &f : filtros)
-        lista << f.descripcion + QStringLiteral(" (") + f.patron + u')';
+        lista << Filtro(f);
     const QString carpeta = QDir(carpetaInicial).exists() ? carpetaInicial : QDir::homePath();
     return QFileDialog::getOpenFileName(propietario, titulo, carpeta, lista.join(QStringLiteral(";;")));
 }

@@ -35,16 +35,14 @@ public:
     }
 };
 
-// "Description (*.ext)" as the dialog lists it; the pattern is added when the description
-// does not already show it.
+} // namespace
+
 QString Filtro(const FiltroArchivo &f)
 {
     if (f.descripcion.contains(u'(' + f.patron + u')'))
         return f.descripcion;
     return f.descripcion + QStringLiteral(" (") + f.patron + u')';
 }
-
-} // namespace
 
 QString DialogoGuardarQt::GuardarComo(const QString &titulo, const QList<FiltroArchivo> &filtros,
                                       const QString &carpetaInicial, const QString &nombreInicial,

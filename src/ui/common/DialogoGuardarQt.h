@@ -3,6 +3,10 @@
 
 #include "app/core/DialogoGuardar.h"
 
+// "Description (*.ext)" as the file dialogs list it; the pattern is added when the description
+// does not already show it.
+QString Filtro(const FiltroArchivo &f);
+
 class DialogoGuardarQt : public DialogoGuardar
 {
 public:
