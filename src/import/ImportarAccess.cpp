@@ -225,15 +225,6 @@ TablaImportada CopiarFilas(sqlite3 *db, const QString &archivo, const QString &t
     return r;
 }
 
-void ApuntarAjustes(const Ajustes &ajustes, const QString &carpeta)
-{
-    QString c = QDir(carpeta).absolutePath();
-    if (!c.endsWith(u'/'))
-        c += u'/';
-    for (const char *clave : {"FACTURACION", "KESTRELRAS", "PERSONAL"})
-        ajustes.Guardar(QStringLiteral("FACTURACION"), QStringLiteral("BASES"), QString::fromLatin1(clave), c);
-}
-
 demo::ResumenDemo ResumenLibro(const QString &carpeta)
 {
     demo::ResumenDemo r;
@@ -384,12 +375,9 @@ ResultadoImportacion ImportarAccess(const QString &origen, const QString &destin
     res.resumen.carpeta = res.destino + u'/';
     if (ajustesEnDestino) {
         const Ajustes a(tmp.path());
-        ApuntarAjustes(a, res.destino);
-        a.Guardar(QStringLiteral("FACTURACION"), QStringLiteral("BASES"), QStringLiteral("SYSTABLAS"), res.destino + u'/');
-        if (!res.resumen.propuesto.cuit.isEmpty()) {
-            a.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("USRSNROCUIT"), res.resumen.propuesto.cuit);
-            a.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("IVCFPERIOD"), res.resumen.propuesto.periodo);
-        }
+        a.GuardarCarpetaLibros(res.destino, true);
+        if (!res.resumen.propuesto.cuit.isEmpty())
+            a.GuardarHistorial(res.resumen.propuesto.cuit, res.resumen.propuesto.periodo);
     }
 
     // The temporary folder is private to its owner; the books' folder is an ordinary one.

@@ -76,8 +76,4 @@ TablaImportada CopiarFilas(sqlite3 *db, const QString &archivo, const QString &t
 // as the demo reports them; the company and period proposed are the latest period of the book.
 demo::ResumenDemo ResumenLibro(const QString &carpeta);
 
-// Points the settings store at the books in carpeta: the three book locations of section
-// BASES of FACTURACION (FACTURACION, KESTRELRAS and PERSONAL), each ending in "/".
-void ApuntarAjustes(const Ajustes &ajustes, const QString &carpeta);
-
 } // namespace importar

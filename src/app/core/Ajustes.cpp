@@ -36,3 +36,19 @@ void Ajustes::Guardar(const QString &aplicacion, const QString &seccion, const Q
     s.setValue(seccion + u'/' + clave, valor);
     s.sync();
 }
+
+void Ajustes::GuardarCarpetaLibros(const QString &carpeta, bool tablas) const
+{
+    QString c = QDir(carpeta).absolutePath();
+    if (!c.endsWith(u'/'))
+        c += u'/';
+    for (const char *clave : {"FACTURACION", "KESTRELRAS", "PERSONAL", "SYSTABLAS"})
+        if (tablas || qstrcmp(clave, "SYSTABLAS") != 0)
+            Guardar(QStringLiteral("FACTURACION"), QStringLiteral("BASES"), QString::fromLatin1(clave), c);
+}
+
+void Ajustes::GuardarHistorial(const QString &cuit, const QString &periodo) const
+{
+    Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("USRSNROCUIT"), cuit);
+    Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("IVCFPERIOD"), periodo);
+}

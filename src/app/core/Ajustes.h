@@ -19,6 +19,12 @@ public:
     void Guardar(const QString &aplicacion, const QString &seccion, const QString &clave,
                  const QString &valor) const;
 
+    // Points the BASES keys the program reads (FACTURACION, KESTRELRAS, PERSONAL and, with
+    // tablas, SYSTABLAS) at the books' folder, written absolute and ending in "/".
+    void GuardarCarpetaLibros(const QString &carpeta, bool tablas = false) const;
+    // The company and period proposed at the next start (VENTO, HISTORIAL).
+    void GuardarHistorial(const QString &cuit, const QString &periodo) const;
+
 private:
     QString dir_;
 };

@@ -555,14 +555,12 @@ ResumenDemo CrearDemo(const QString &dir)
 
     const Ajustes a(r.carpeta);
     const QString fac = QStringLiteral("FACTURACION");
-    for (const char *clave : {"FACTURACION", "KESTRELRAS", "PERSONAL", "SYSTABLAS"})
-        a.Guardar(fac, QStringLiteral("BASES"), QString::fromLatin1(clave), r.carpeta);
+    a.GuardarCarpetaLibros(r.carpeta, true);
     a.Guardar(fac, QStringLiteral("DATOS"), QStringLiteral("IVARIN"), QStringLiteral("21"));
     a.Guardar(fac, QStringLiteral("DATOS"), QStringLiteral("IVARNI"), QStringLiteral("0"));
     a.Guardar(fac, QStringLiteral("IVC"), QStringLiteral("CFGIMPFUEN"), QStringLiteral("9"));
     a.Guardar(fac, QStringLiteral("IVC"), QStringLiteral("CFGIMPLIXP"), QStringLiteral("30"));
-    a.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("USRSNROCUIT"), r.propuesto.cuit);
-    a.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("IVCFPERIOD"), r.propuesto.periodo);
+    a.GuardarHistorial(r.propuesto.cuit, r.propuesto.periodo);
     return r;
 }
 

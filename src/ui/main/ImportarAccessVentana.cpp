@@ -104,7 +104,7 @@ RespuestaAccess OfrecerImportarAccess(Sesion &s, QWidget *propietario)
     }
     QApplication::restoreOverrideCursor();
 
-    importar::ApuntarAjustes(s.ajustes, r.destino);
+    s.ajustes.GuardarCarpetaLibros(r.destino);
     s.RutaFacturacion = s.RutaLibro = s.RutaPersonal = r.resumen.carpeta;
     QString texto = QStringLiteral("Los libros se convirtieron en '%1': %2 empresas, %3 proveedores y %4 facturas.")
                         .arg(QDir::toNativeSeparators(r.destino))

@@ -199,10 +199,7 @@ void frmOpciones::lf_GuardarDatos()
         s_.Periodo = QStringLiteral("01/") + QString::number(s_.MesPeriodo) + u'/' + TxtYear->text();
         CalcularLimitesPeriodo(s_);
 
-        s_.ajustes.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("USRSNROCUIT"),
-                           s_.CuitUsuario);
-        s_.ajustes.Guardar(QStringLiteral("VENTO"), QStringLiteral("HISTORIAL"), QStringLiteral("IVCFPERIOD"),
-                           s_.Periodo);
+        s_.ajustes.GuardarHistorial(s_.CuitUsuario, s_.Periodo);
     } catch (const oDB::ErrorBD &) {
     } catch (const conv::ErrorConversion &) {
     }
