@@ -16,19 +16,7 @@ std::optional<FilaFactura> FilaDeFactura(Sesion &s, const QString &cuitProveedor
                                       QStringLiteral(" and IVCSNROFAC = ") + oDB::Q(numero)))
         return std::nullopt;
     // The row as the main list shows it, read back as Enter on the list reads it.
-    const auto celda = [&rs](int c) { return conv::Texto(rs.Fields(c)); };
-    const cFORMAT::MAIN formato;
-    FilaFactura f;
-    f.fecha = celda(0);
-    f.tipo = celda(1);
-    f.numero = celda(2);
-    f.cuit = celda(3);
-    f.gravado = formato.EsNumero(celda(5));
-    f.noGravado = formato.EsNumero(celda(6));
-    f.ingBrutos = formato.EsNumero(celda(8));
-    f.total = formato.EsNumero(celda(9));
-    f.ivarin = formato.EsNumero(celda(10));
-    return f;
+    return FilaFactura::DeCeldas([&rs](int c) { return conv::Texto(rs.Fields(c)); });
 }
 
 bool AbrirFactura(Sesion &s, Principal *principal, QWidget *padre, const QString &cuitProveedor,
@@ -37,10 +25,6 @@ bool AbrirFactura(Sesion &s, Principal *principal, QWidget *padre, const QString
     const std::optional<FilaFactura> f = FilaDeFactura(s, cuitProveedor, numero);
     if (!f)
         return false;
-    s.NroFacSeleccionada = f->numero;
-    s.PrvCuitSeleccionado = f->cuit;
-    frmMODConcepto m(s, principal, padre);
-    m.Cargar(*f);
-    m.exec();
+    frmMODConcepto::Abrir(s, principal, padre, *f);
     return true;
 }

@@ -71,6 +71,31 @@ frmMODConcepto::frmMODConcepto(Sesion &sesion, Principal *principal, QWidget *pa
     TerminarArmado({txtINGBRUOld, cboMES, TxtYear, VScroll, cmdCambiarPeriodo});
 }
 
+FilaFactura FilaFactura::DeCeldas(const std::function<QString(int)> &celda)
+{
+    const cFORMAT::MAIN formato;
+    FilaFactura f;
+    f.fecha = celda(0);
+    f.tipo = celda(1);
+    f.numero = celda(2);
+    f.cuit = celda(3);
+    f.gravado = formato.EsNumero(celda(5));
+    f.noGravado = formato.EsNumero(celda(6));
+    f.ingBrutos = formato.EsNumero(celda(8));
+    f.total = formato.EsNumero(celda(9));
+    f.ivarin = formato.EsNumero(celda(10));
+    return f;
+}
+
+void frmMODConcepto::Abrir(Sesion &s, Principal *principal, QWidget *padre, const FilaFactura &fila)
+{
+    s.NroFacSeleccionada = fila.numero;
+    s.PrvCuitSeleccionado = fila.cuit;
+    frmMODConcepto m(s, principal, padre);
+    m.Cargar(fila);
+    m.exec();
+}
+
 void frmMODConcepto::Cargar(const FilaFactura &fila)
 {
     cuitApertura_ = fila.cuit;

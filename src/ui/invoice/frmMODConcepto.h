@@ -6,6 +6,8 @@
 
 #include "ui/invoice/VentanaConcepto.h"
 
+#include <functional>
+
 class QScrollBar;
 
 // The values of the main list's selected row that the window opens with.
@@ -19,6 +21,10 @@ struct FilaFactura {
     double ingBrutos = 0;
     double total = 0;
     double ivarin = 0;
+
+    // The row from the texts of the main list's cells, by column (0 date, 1 type, 2 number,
+    // 3 CUIT, 5 taxed, 6 untaxed, 8 gross income, 9 total, 10 IVARIN).
+    static FilaFactura DeCeldas(const std::function<QString(int)> &celda);
 };
 
 class frmMODConcepto : public VentanaConcepto
@@ -30,6 +36,9 @@ public:
     // Fills the header fields and the tags from the selected row; the window reads the rest
     // when it is first shown.
     void Cargar(const FilaFactura &fila);
+    // Opens the window over padre on that row, as Enter on the main list does: the session
+    // remembers the invoice, and the call returns when the user closes the window.
+    static void Abrir(Sesion &s, Principal *principal, QWidget *padre, const FilaFactura &fila);
 
     bool IVAValidar() override;
     void cmdGuardar_Click() override;

@@ -307,27 +307,10 @@ void frmMAIN::lp_Modificar()
     if (Grd->Rows() == 1)
         return;
     const int fila = Grd->Row();
-    const cFORMAT::MAIN formato;
-    FilaFactura f;
-    f.fecha = Grd->TextMatrix(fila, 0);
-    f.tipo = Grd->TextMatrix(fila, 1);
-    f.numero = Grd->TextMatrix(fila, 2);
-    f.cuit = Grd->TextMatrix(fila, 3);
-    f.gravado = formato.EsNumero(Grd->TextMatrix(fila, 5));
-    f.noGravado = formato.EsNumero(Grd->TextMatrix(fila, 6));
-    f.ingBrutos = formato.EsNumero(Grd->TextMatrix(fila, 8));
-    if (f.numero.isEmpty() || f.cuit.isEmpty()) {
-        Grd->SeleccionarFila(fila);
-        return;
-    }
-    f.total = formato.EsNumero(Grd->TextMatrix(fila, 9));
-    f.ivarin = formato.EsNumero(Grd->TextMatrix(fila, 10));
+    const FilaFactura f = FilaFactura::DeCeldas([&](int c) { return Grd->TextMatrix(fila, c); });
     Grd->SeleccionarFila(fila);
-    s_.NroFacSeleccionada = f.numero;
-    s_.PrvCuitSeleccionado = f.cuit;
-    frmMODConcepto m(s_, this, this);
-    m.Cargar(f);
-    m.exec();
+    if (!f.numero.isEmpty() && !f.cuit.isEmpty())
+        frmMODConcepto::Abrir(s_, this, this, f);
 }
 
 void frmMAIN::AbrirOpciones()
